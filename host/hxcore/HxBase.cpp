@@ -1,0 +1,3 @@
+#include "HxBase.h"
+
+MC_TYPED_IMPL(HxBase, McTypedObject)

@@ -1,0 +1,5 @@
+#include "HxModule.h"
+
+MC_TYPED_IMPL(HxModule, HxObject)
+
+HxModule::HxModule(McTypeInfo const* dataType) : portData(this, "data", dataType) {}

@@ -1,0 +1,11 @@
+#include "HxPortObserver.h"
+
+namespace {
+HxPortObserver* theObserver = nullptr;
+}
+
+void HxPortObserver::setObserver(HxPortObserver* observer) { theObserver = observer; }
+
+void HxPortObserver::notifyPortsChanged(HxObject* object) {
+    if (theObserver) theObserver->portsChanged(object);
+}

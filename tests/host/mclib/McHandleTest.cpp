@@ -1,0 +1,69 @@
+#include "McDArray.h"
+#include "McHandable.h"
+#include "McHandle.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Counted : McHandable {
+    static int destroyed;
+    ~Counted() override { ++destroyed; }
+};
+int Counted::destroyed = 0;
+
+TEST(McHandle, NewObjectStartsAtZeroAndFirstHandleTakesItToOne) {
+    Counted::destroyed = 0;
+    auto* object = new Counted;
+    EXPECT_EQ(object->refCount(), 0);
+    {
+        McHandle<Counted> h(object);
+        EXPECT_EQ(object->refCount(), 1);
+        McHandle<Counted> copy = h;
+        EXPECT_EQ(object->refCount(), 2);
+    }
+    EXPECT_EQ(Counted::destroyed, 1) << "destroyed when the count fell below 1";
+}
+
+TEST(McHandle, NullHandlesAndReassignment) {
+    Counted::destroyed = 0;
+    McHandle<Counted> h;
+    EXPECT_FALSE(h);
+    EXPECT_EQ(h.ptr(), nullptr);
+    h = new Counted;
+    Counted* first = h.ptr();
+    h = h.ptr();  // same object: no release in between
+    EXPECT_EQ(first->refCount(), 1);
+    h = new Counted;
+    EXPECT_EQ(Counted::destroyed, 1);
+    h = nullptr;
+    EXPECT_EQ(Counted::destroyed, 2);
+}
+
+TEST(McHandle, HandlesInAnArraySurviveGrowthAndRemoval) {
+    Counted::destroyed = 0;
+    McDArray<McHandle<Counted>> table;
+    McHandle<Counted> keep = new Counted;
+    for (int i = 0; i < 100; ++i) table.append(i % 2 ? McHandle<Counted>(new Counted) : keep);
+    EXPECT_EQ(keep->refCount(), 51);
+    table.remove(0, 10);  // five shared, five own
+    EXPECT_EQ(keep->refCount(), 46);
+    EXPECT_EQ(Counted::destroyed, 5);
+    McDArray<McHandle<Counted>> copy = table;  // copies share the nodes
+    EXPECT_EQ(keep->refCount(), 91);
+    table.clear();
+    copy.clear();
+    EXPECT_EQ(Counted::destroyed, 50);
+    EXPECT_EQ(keep->refCount(), 1);
+}
+
+TEST(McHandle, UnrefNoDeleteKeepsTheObject) {
+    Counted::destroyed = 0;
+    Counted object;
+    object.ref();
+    object.unrefNoDelete();
+    EXPECT_EQ(object.refCount(), 0);
+    EXPECT_EQ(Counted::destroyed, 0);
+}
+
+}  // namespace
