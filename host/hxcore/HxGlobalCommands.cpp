@@ -2,6 +2,8 @@
 
 #include "HxDSO.h"
 #include "HxData.h"
+#include "HxEditor.h"
+#include "HxModule.h"
 #include "HxFileFormats.h"
 #include "HxInterpreter.h"
 #include "HxObject.h"
@@ -141,6 +143,12 @@ void addCommand(char const* name, Tcl_CmdProc* proc, char const* usage) {
 }  // namespace
 
 void HxGlobalCommands::install() {
+    // The host's own classes are known by name from the start, like those of loaded packages.
+    HxBase::initClass();
+    HxObject::initClass();
+    HxData::initClass();
+    HxModule::initClass();
+    HxEditor::initClass();
     addCommand("create", createCmd, "create CLASS ?NAME?  -- make an object of a class; returns its name");
     addCommand("remove", removeCmd, "remove NAME ?NAME ...? | remove -all  -- delete objects");
     addCommand("all", allCmd, "all ?CLASS?  -- names of all objects, or of those of a class");

@@ -41,6 +41,7 @@ TEST(McTypeInfo, IsOfTypeFollowsTheParentChain) {
 }
 
 TEST(McTypeInfo, OnlyClassesWithACreationFunctionCanBeMadeByName) {
+    TestLeaf::initClass();
     EXPECT_FALSE(TestBase::getClassTypeId()->canCreate());
     EXPECT_EQ(TestBase::getClassTypeId()->createInstance(), nullptr);
     McTypedObject* made = McTypeInfo::fromName("TestLeaf")->createInstance();
