@@ -3,6 +3,7 @@
 #include "HxInterpreter.h"
 #include "HxObject.h"
 
+#include <cfloat>
 #include <cmath>
 #include <cstring>
 
@@ -46,11 +47,31 @@ int HxPort::parse(Tcl_Interp* interp, int argc, char** argv) {
 
 bool HxPort::parseIndex(Tcl_Interp* interp, char const* text, int n, int& index) const {
     if (!parseInt(interp, text, index)) return false;
+    if (n <= 0) {
+        Tcl_VaSetResult(interp, "port \"%s\": index %d out of range (the port has no items)", getName(), index);
+        return false;
+    }
     if (index < 0 || index >= n) {
         Tcl_VaSetResult(interp, "port \"%s\": index %d out of range (0 to %d)", getName(), index, n - 1);
         return false;
     }
     return true;
+}
+
+bool HxPort::parseOptionalIndex(Tcl_Interp* interp, int argc, char** argv, int tail, int n, int& index,
+                                char const* usage) const {
+    const int optional = argc - 1 - tail;
+    if (optional != 0 && optional != 1) {
+        wrongArgs(interp, usage);
+        return false;
+    }
+    if (optional == 0) {
+        index = 0;
+        if (n > 0) return true;
+        Tcl_VaSetResult(interp, "port \"%s\" has no items", getName());
+        return false;
+    }
+    return parseIndex(interp, argv[1], n, index);
 }
 
 bool HxPort::parseInt(Tcl_Interp* interp, char const* text, int& value) {
@@ -62,6 +83,11 @@ bool HxPort::parseFloat(Tcl_Interp* interp, char const* text, float& value) {
     if (Tcl_GetDouble(interp, text, &d) != TCL_OK) return false;
     if (!std::isfinite(d)) {
         Tcl_VaSetResult(interp, "expected a finite number but got \"%s\"", text);
+        return false;
+    }
+    if (std::fabs(d) > FLT_MAX) {
+        Tcl_VaSetResult(interp, "the number \"%s\" is too large (at most %g in magnitude)", text,
+                        static_cast<double>(FLT_MAX));
         return false;
     }
     value = static_cast<float>(d);

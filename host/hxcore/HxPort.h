@@ -44,9 +44,14 @@ class HxPort {
     // Called when the object that owns the port goes away before the port.
     void detachOwner() { mOwner = nullptr; }
 
-  protected:
+    // === Tcl argument helpers (public so that the helpers of ports, such as ranges, can use them)
     // Parses an index argument in [0, n); on failure leaves an error in the interpreter.
     bool parseIndex(Tcl_Interp* interp, char const* text, int n, int& index) const;
+    // For `SUBCMD ?I? ARG...` with `tail` fixed arguments after the optional index: the index
+    // in [0, n), item 0 when omitted. On a wrong word count reports `usage` (the subcommand's
+    // usage without the port name); false on any error, with the message in the interpreter.
+    bool parseOptionalIndex(Tcl_Interp* interp, int argc, char** argv, int tail, int n, int& index,
+                            char const* usage) const;
     static bool parseInt(Tcl_Interp* interp, char const* text, int& value);
     static bool parseFloat(Tcl_Interp* interp, char const* text, float& value);
     int wrongArgs(Tcl_Interp* interp, char const* usage) const;
