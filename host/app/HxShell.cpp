@@ -3,6 +3,7 @@
 #include "HxGlobalCommands.h"
 #include "HxInterpreter.h"
 #include "HxResources.h"
+#include "HxSurface.h"
 
 #include <cstdio>
 #include <cstring>
@@ -19,6 +20,7 @@ char const* const kUsage =
 
 HxShell::HxShell() {
     HxGlobalCommands::install();
+    HxSurface::registerFileFormats();
     HxResources::loadAll();
 }
 

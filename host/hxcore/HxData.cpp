@@ -3,12 +3,19 @@
 #include "HxInterpreter.h"
 
 #include <cstring>
+#include <filesystem>
 
 MC_TYPED_IMPL(HxData, HxObject)
 
 bool HxData::saveFile(char const* fileName, McString& error) {
     error.printf("%s objects cannot be saved", getTypeId()->getName());
     return false;
+}
+
+void HxData::setFileName(char const* fileName) {
+    std::error_code ignored;
+    const std::filesystem::path absolute = std::filesystem::absolute(fileName ? fileName : "", ignored);
+    mFileName = fileName && *fileName ? absolute.lexically_normal().string() : "";
 }
 
 int HxData::parse(Tcl_Interp* interp, int argc, char** argv) {
@@ -19,6 +26,7 @@ int HxData::parse(Tcl_Interp* interp, int argc, char** argv) {
             Tcl_VaSetResult(interp, "cannot save %s to \"%s\": %s", getLabel(), argv[2], error.c_str());
             return TCL_ERROR;
         }
+        setFileName(argv[2]);
         return TCL_OK;
     }
     return HxObject::parse(interp, argc, argv);

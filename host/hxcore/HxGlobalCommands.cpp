@@ -87,6 +87,7 @@ int loadCmd(ClientData, Tcl_Interp* interp, int argc, Argv argv) {
         return TCL_ERROR;
     }
     data->HxBase::setLabel(baseName(argv[1]));
+    if (!*data->getFileName()) data->setFileName(argv[1]);
     HxObjectPool::getTheObjectPool().addObject(data);
     Tcl_SetResult(interp, const_cast<char*>(data->getLabel()), TCL_VOLATILE);
     return TCL_OK;

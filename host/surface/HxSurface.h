@@ -1,0 +1,34 @@
+#pragma once
+// HxSurface: the data object that holds a triangulated surface. It owns its `surface` by value.
+//
+// Tcl commands for scripts, besides those of every data object:
+//   getNumPoints, getNumTriangles, getNumEdges, getPoint I (x y z), getTriangle I (three point
+//   indices), getBoundingBox (xmin ymin zmin xmax ymax zmax).
+
+#include "HxData.h"
+#include "Surface.h"
+
+class HxSurface : public HxData {
+    MC_TYPED_HEADER(HxSurface)
+    MC_TYPED_CREATABLE
+  public:
+    HxSurface() = default;
+
+    Surface surface;
+    Surface* getSurface() { return &surface; }
+    Surface const* getSurface() const { return &surface; }
+
+    // Writes in the format named by the file's extension (.off, .obj, .ply, .stl).
+    bool saveFile(char const* fileName, McString& error) override;
+    int parse(Tcl_Interp* interp, int argc, char** argv) override;
+
+    // The reader behind `load` for surface files: a new object, or null with the reason in
+    // `error`. Defects of the data that do not stop loading are printed as one warning.
+    static HxData* readFile(char const* fileName, McString& error);
+    // Registers readFile for every surface extension with HxFileFormats (and the class, so
+    // that `create HxSurface` finds it). Safe to call more than once.
+    static void registerFileFormats();
+
+  private:
+    int getIndexArg(Tcl_Interp* interp, char const* what, char const* text, int count, int& index) const;
+};

@@ -1,0 +1,276 @@
+// Surface files: round trips in every format, polygons that must be triangulated properly,
+// broken files that must be refused with their reason, defects that load with a warning,
+// and a real mesh.
+
+#include "HxFileFormats.h"
+#include "HxInterpreter.h"
+#include "HxMessage.h"
+#include "HxObjectPool.h"
+#include "HxSurface.h"
+#include "Surface.h"
+#include "SurfaceIO.h"
+#include "TestSurfaces.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A fresh folder per test, removed afterwards.
+class SurfaceFiles : public testing::Test {
+  protected:
+    void SetUp() override {
+        char pattern[] = "/tmp/surfaceio-XXXXXX";
+        ASSERT_NE(mkdtemp(pattern), nullptr);
+        dir = pattern;
+        HxSurface::registerFileFormats();
+    }
+    void TearDown() override { fs::remove_all(dir); }
+
+    std::string path(char const* name) const { return (dir / name).string(); }
+    std::string writeFile(char const* name, std::string const& content) const {
+        std::ofstream(path(name), std::ios::binary) << content;
+        return path(name);
+    }
+
+    fs::path dir;
+};
+
+// Reads a file that must load without a warning.
+Surface readCleanly(std::string const& file) {
+    Surface s;
+    McString error, warnings;
+    EXPECT_TRUE(SurfaceIO::read(file.c_str(), s, error, warnings)) << error;
+    EXPECT_EQ(warnings, "") << file;
+    return s;
+}
+
+// Triangles as corner coordinates, each starting at its smallest corner (keeping the
+// orientation), sorted: equal for surfaces of the same geometry whatever the point order.
+std::vector<std::array<float, 9>> geometryOf(Surface const& s) {
+    std::vector<std::array<float, 9>> result;
+    for (Surface::Triangle const& t : s.triangles) {
+        std::array<std::array<float, 3>, 3> corners;
+        for (int i = 0; i < 3; ++i) {
+            McVec3f const& p = s.points[t.points[i]];
+            corners[i] = {p.x, p.y, p.z};
+        }
+        std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()), corners.end());
+        std::array<float, 9> flat;
+        for (int i = 0; i < 9; ++i) flat[i] = corners[i / 3][i % 3];
+        result.push_back(flat);
+    }
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+// A cube moved to coordinates that a printout with too few digits would change.
+Surface awkwardCube() {
+    Surface cube = makeCube();
+    for (McVec3f& p : cube.points) p = p * 0.1234567f + McVec3f(1234.5678f, -0.000123457f, 3.3333333e-5f);
+    return cube;
+}
+
+float signedAreaInXY(Surface const& s, int t) {
+    int const* p = s.triangles[t].points;
+    const McVec3f u = s.points[p[1]] - s.points[p[0]], v = s.points[p[2]] - s.points[p[0]];
+    return 0.5f * (u.x * v.y - u.y * v.x);
+}
+
+class SurfaceRoundTrip : public SurfaceFiles, public testing::WithParamInterface<char const*> {};
+
+TEST_P(SurfaceRoundTrip, WrittenFileReadsBackAsTheSameGeometry) {
+    const Surface original = awkwardCube();
+    const std::string file = path((std::string("cube.") + GetParam()).c_str());
+    McString error;
+    ASSERT_TRUE(SurfaceIO::write(original, file.c_str(), error)) << error;
+    const Surface read = readCleanly(file);
+    EXPECT_EQ(read.getNumPoints(), 8);
+    EXPECT_EQ(geometryOf(read), geometryOf(original)) << "coordinates and orientation survive exactly";
+    EXPECT_EQ(read.getNumEdges(), 18) << "derived tables are built on reading";
+    EXPECT_EQ(read.normals.size(), 12);
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1) << "no temporary file is left";
+}
+
+INSTANTIATE_TEST_SUITE_P(SurfaceIO, SurfaceRoundTrip, testing::Values("off", "obj", "ply", "stl", "OFF"));
+
+TEST_F(SurfaceFiles, SavingReplacesAnExistingFileAndFailsCleanlyWhereItCannotWrite) {
+    const std::string file = writeFile("old.off", "old contents");
+    McString error;
+    ASSERT_TRUE(SurfaceIO::write(makeTetrahedron(), file.c_str(), error)) << error;
+    EXPECT_EQ(readCleanly(file).getNumTriangles(), 4);
+
+    EXPECT_FALSE(SurfaceIO::write(makeQuad(), path("no/such/folder/quad.off").c_str(), error));
+    EXPECT_NE(error.find("cannot create"), std::string::npos) << error;
+    EXPECT_FALSE(SurfaceIO::write(makeQuad(), path("quad.xyz").c_str(), error));
+    EXPECT_NE(error.find(".off, .obj, .ply, .stl"), std::string::npos) << error;
+
+    Surface broken = makeQuad();
+    broken.triangles[1].points[2] = 9;
+    EXPECT_FALSE(SurfaceIO::write(broken, path("broken.off").c_str(), error));
+    EXPECT_EQ(error, "triangle 1 refers to point 9, which does not exist");
+    EXPECT_FALSE(fs::exists(path("broken.off")));
+}
+
+// Regression: a fan from the first corner of this L-shaped hexagon would fold over the
+// reflex corner, so the polygon needs a real triangulation.
+TEST_F(SurfaceFiles, NonConvexPolygonIsTriangulatedInsideItsOutline) {
+    const std::string file = writeFile("ell.off",
+                                       "OFF\n6 1 0\n"
+                                       "2 1 0\n1 1 0\n1 2 0\n0 2 0\n0 0 0\n2 0 0\n"
+                                       "6 0 1 2 3 4 5\n");
+    const Surface s = readCleanly(file);
+    ASSERT_EQ(s.getNumTriangles(), 4);
+    float area = 0;
+    for (int t = 0; t < 4; ++t) {
+        EXPECT_GT(signedAreaInXY(s, t), 0) << "triangle " << t << " keeps the polygon's orientation";
+        area += signedAreaInXY(s, t);
+    }
+    EXPECT_FLOAT_EQ(area, 3);
+}
+
+TEST_F(SurfaceFiles, QuadMeshBecomesAClosedTriangleMesh) {
+    const std::string file = writeFile("box.obj",
+                                       "# unit cube of quads\n"
+                                       "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nv 0 0 1\nv 1 0 1\nv 0 1 1\nv 1 1 1\n"
+                                       "f 1 3 4 2\nf 5 6 8 7\nf 1 2 6 5\nf 3 7 8 4\nf 1 5 7 3\nf 2 4 8 6\n");
+    const Surface s = readCleanly(file);
+    ASSERT_EQ(s.getNumTriangles(), 12);
+    EXPECT_EQ(s.getNumPoints() - s.getNumEdges() + s.getNumTriangles(), 2);
+    for (int t = 0; t < 12; ++t) {
+        int const* p = s.triangles[t].points;
+        const McVec3f centroid = (s.points[p[0]] + s.points[p[1]] + s.points[p[2]]) / 3.0f;
+        EXPECT_GT(s.normals[t].dot(centroid - McVec3f(0.5f, 0.5f, 0.5f)), 0) << "outward like its quad";
+    }
+}
+
+TEST_F(SurfaceFiles, DefectsLoadWithOneWarningThatCountsThem) {
+    const std::string file = writeFile("defects.off",
+                                       "OFF\n7 7 0\n"
+                                       "0 0 0\n1 0 0\n0 1 0\n0 -1 0\n0 0 1\n2 0 0\n1 1 -1\n"
+                                       "3 0 1 2\n3 1 0 3\n3 0 1 4\n"  // three triangles on edge 0-1
+                                       "3 0 1 5\n"                    // no area: 5 is on the line 0-1
+                                       "3 2 2 3\n"                    // repeats a corner
+                                       "2 0 6\n"                      // too few corners
+                                       "4 0 4 6 6\n");                // repeats a corner
+    HxMessage::getTheMsg()->startCapture();
+    McString error;
+    HxData* data = HxSurface::readFile(file.c_str(), error);
+    const McString console = HxMessage::getTheMsg()->stopCapture();
+    ASSERT_NE(data, nullptr) << error;
+    Surface const& s = static_cast<HxSurface*>(data)->surface;
+    EXPECT_EQ(s.getNumTriangles(), 5) << "the fan of 0-4-6-6 keeps its one real triangle";
+    EXPECT_NE(console.find("Warning: defects.off: 1 face with fewer than three corners was skipped; "
+                           "1 face that repeats a corner or could not be triangulated was split as a fan; "
+                           "2 triangles that repeat a corner were removed; 1 triangle has no area; "
+                           "1 edge is shared by more than two triangles; 2 points join separate sheets of triangles\n"),
+              std::string::npos)
+        << console;
+    delete data;
+}
+
+struct BrokenFile {
+    char const* name;
+    std::string content;
+    char const* reason;  // part of the message
+};
+
+void PrintTo(BrokenFile const& file, std::ostream* out) { *out << file.name; }
+
+std::string binaryStlWithNaN() {
+    std::string data(80, ' ');
+    const uint32_t count = 1;
+    data.append(reinterpret_cast<char const*>(&count), 4);
+    float values[12] = {0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0};
+    values[4] = std::numeric_limits<float>::quiet_NaN();
+    data.append(reinterpret_cast<char const*>(values), sizeof values);
+    return data + "  ";
+}
+
+class BrokenSurfaceFile : public SurfaceFiles, public testing::WithParamInterface<BrokenFile> {};
+
+TEST_P(BrokenSurfaceFile, IsRefusedWithItsReasonAndAddsNothing) {
+    BrokenFile const& broken = GetParam();
+    const std::string file =
+        broken.content == "<missing>" ? path(broken.name) : writeFile(broken.name, broken.content);
+    HxObjectPool& pool = HxObjectPool::getTheObjectPool();
+    const int64_t objectsBefore = pool.getObjects().size();
+    HxInterpreter& interp = HxInterpreter::getTheInterpreter();
+    const McString message = interp.eval("load {%s}", file.c_str());
+    EXPECT_EQ(interp.lastCode(), TCL_ERROR);
+    EXPECT_EQ(message.find("cannot load \"" + file + "\": "), 0u) << message;
+    EXPECT_NE(message.find(broken.reason), std::string::npos) << message;
+    EXPECT_EQ(pool.getObjects().size(), objectsBefore);
+
+    if (SurfaceIO::isSupported(file.c_str()) && fs::exists(file)) {
+        Surface target = makeQuad();
+        McString error, warnings;
+        EXPECT_FALSE(SurfaceIO::read(file.c_str(), target, error, warnings));
+        EXPECT_EQ(geometryOf(target), geometryOf(makeQuad())) << "a failed read leaves the surface as it was";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SurfaceIO, BrokenSurfaceFile,
+    testing::Values(
+        BrokenFile{"garbage.off", "this is not a mesh\n", "not a readable off file"},
+        BrokenFile{"empty.stl", "", "the file is empty"},
+        BrokenFile{"index.off", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7\n", "cannot read face 0 (facet 0: vertex index 7: is out of range)"},
+        BrokenFile{"index.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 4\n",
+                   "face 0 uses point index 3, but the file has only 3 points"},
+        BrokenFile{"nan.obj", "v 0 0 0\nv nan 0 0\nv 0 1 0\nf 1 2 3\n", "not a readable obj file"},
+        BrokenFile{"nan.stl", binaryStlWithNaN(), "point 0 has a coordinate that is not a finite number"},
+        BrokenFile{"huge.off", "OFF\n3 1 0\n0 0 0\n1e300 0 0\n0 1 0\n3 0 1 2\n",
+                   "point 1 has a coordinate (1e+300) too large for single precision"},
+        BrokenFile{"short.ply",
+                   "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n"
+                   "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n",
+                   "not a readable ply file"},
+        BrokenFile{"points.off", "OFF\n3 0 0\n0 0 0\n1 0 0\n0 1 0\n", "the file contains no triangles"},
+        BrokenFile{"lines.off", "OFF\n3 2 0\n0 0 0\n1 0 0\n0 1 0\n2 0 1\n3 1 1 2\n",
+                   "the file contains no face that forms a triangle"},
+        BrokenFile{"missing.off", "<missing>", "no such file"},
+        BrokenFile{"mesh.xyz", "0 0 0\n", "unknown file format .xyz"}),
+    [](testing::TestParamInfo<BrokenFile> const& info) {
+        std::string name = info.param.name;
+        std::replace(name.begin(), name.end(), '.', '_');
+        return name;
+    });
+
+TEST(SurfaceIO, RealMeshLoadsAsAClosedManifold) {
+    HxSurface::registerFileFormats();
+    McString error;
+    HxMessage::getTheMsg()->startCapture();
+    HxData* data = HxFileFormats::read(meshFile("elephant.off").c_str(), error);
+    const McString console = HxMessage::getTheMsg()->stopCapture();
+    ASSERT_NE(data, nullptr) << error;
+    ASSERT_TRUE(data->isOfType(HxSurface::getClassTypeId()));
+    Surface const& s = static_cast<HxSurface*>(data)->surface;
+    EXPECT_EQ(s.getNumPoints(), 2775);
+    EXPECT_EQ(s.getNumTriangles(), 5558);
+    EXPECT_EQ(console.find("Warning"), std::string::npos) << console;
+    EXPECT_EQ(2 * s.getNumEdges(), 3 * s.getNumTriangles());
+    for (int e = 0; e < s.getNumEdges(); ++e) ASSERT_EQ(s.getNumTrianglesOfEdge(e), 2) << "edge " << e;
+    for (int p = 0; p < s.getNumPoints(); ++p) ASSERT_GT(s.pointTriangleStart[p + 1], s.pointTriangleStart[p]);
+    McVec3f min, max;
+    s.getBoundingBox(min, max);
+    for (int k = 0; k < 3; ++k) {
+        EXPECT_TRUE(std::isfinite(min[k]) && std::isfinite(max[k]));
+        EXPECT_LT(min[k], max[k]);
+    }
+    delete data;
+}
+
+}  // namespace
