@@ -4,6 +4,7 @@
 #include "HxInterpreter.h"
 #include "HxResources.h"
 #include "HxSurface.h"
+#include "HxSurfacePathSet.h"
 
 #include <cstdio>
 #include <cstring>
@@ -21,6 +22,7 @@ char const* const kUsage =
 HxShell::HxShell() {
     HxGlobalCommands::install();
     HxSurface::registerFileFormats();
+    HxSurfacePathSet::registerFileFormats();
     HxResources::loadAll();
 }
 

@@ -22,7 +22,8 @@ class McHandable {
     int32_t refCount() const { return mRefCount; }
 
   protected:
-    virtual void notifyDelete() { delete this; }
+    // Out of line: destroys through the virtual destructor, whatever the base order.
+    virtual void notifyDelete();
 
   private:
     int32_t mRefCount = 0;

@@ -1,0 +1,231 @@
+// Benchmarks of the surface path library on a real mesh subdivided to about a million
+// triangles, each against a baseline that bounds what the operation could cost:
+// - the Dijkstra connector (A*, early exit) for short and long segments against one full
+//   single-source pass of the Boost Graph Library's dijkstra_shortest_paths over the same
+//   edge graph; counter `of_full_bgl` is the connector's time as a fraction of that pass;
+// - copyData of path sets of 10k, 100k and 1M nodes against a memcpy of the same bytes
+//   (node handles and path entries); counter `x_memcpy` is the ratio.
+// A summary line at the end states whether a short segment costs under 5% of a full pass.
+
+#include "DijkstraConnector.h"
+#include "MeshSubdivision.h"
+#include "Surface.h"
+#include "SurfaceIO.h"
+#include "SurfacePathSet.h"
+#include "SurfaceVertexNode.h"
+
+#include <benchmark/benchmark.h>
+#include <boost/graph/compressed_sparse_row_graph.hpp>
+#include <boost/graph/dijkstra_shortest_paths.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <map>
+#include <random>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Csr = boost::compressed_sparse_row_graph<boost::directedS, boost::no_property, boost::property<boost::edge_weight_t, double>>;
+
+struct Mesh {
+    Surface surface;
+    std::unique_ptr<Csr> graph;
+    double fullPassSeconds = 0;
+};
+
+double edgeLength(Surface const& s, int a, int b) {
+    const McVec3f d = s.points[a] - s.points[b];
+    return std::sqrt(double(d.x) * d.x + double(d.y) * d.y + double(d.z) * d.z);
+}
+
+double runFullPass(Csr const& graph, int source) {
+    std::vector<double> distance(boost::num_vertices(graph));
+    const auto start = Clock::now();
+    boost::dijkstra_shortest_paths(
+        graph, size_t(source),
+        boost::distance_map(boost::make_iterator_property_map(distance.begin(), boost::get(boost::vertex_index, graph))));
+    benchmark::DoNotOptimize(distance.data());
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+Mesh& mesh() {
+    static Mesh* m = [] {
+        auto* result = new Mesh;
+        McString error, warnings;
+        if (!SurfaceIO::read(SURFPATH_MESH_DIR "/ChineseDragon-10kv.off", result->surface, error, warnings)) {
+            std::fprintf(stderr, "cannot read the benchmark mesh: %s\n", error.c_str());
+            std::exit(1);
+        }
+        MeshSubdivision::subdivide(result->surface, 3);
+        Surface const& s = result->surface;
+        std::vector<std::pair<size_t, size_t>> arcs;
+        std::vector<double> weights;
+        for (Surface::Edge const& e : s.edges) {
+            const double length = edgeLength(s, e.points[0], e.points[1]);
+            arcs.emplace_back(e.points[0], e.points[1]);
+            arcs.emplace_back(e.points[1], e.points[0]);
+            weights.push_back(length);
+            weights.push_back(length);
+        }
+        result->graph = std::make_unique<Csr>(boost::edges_are_unsorted_multi_pass, arcs.begin(), arcs.end(),
+                                              weights.begin(), size_t(s.getNumPoints()));
+        std::vector<double> times;
+        for (int run = 0; run < 5; ++run) times.push_back(runFullPass(*result->graph, run * 1000));
+        std::sort(times.begin(), times.end());
+        result->fullPassSeconds = times[2];
+        return result;
+    }();
+    return *m;
+}
+
+// Vertex pairs `hops` edges apart along a random walk that never steps back to a visited vertex.
+std::vector<std::pair<int, int>> walkPairs(int hops, int count) {
+    Surface const& s = mesh().surface;
+    std::vector<std::vector<int>> neighbours(size_t(s.getNumPoints()));
+    for (Surface::Edge const& e : s.edges) {
+        neighbours[size_t(e.points[0])].push_back(e.points[1]);
+        neighbours[size_t(e.points[1])].push_back(e.points[0]);
+    }
+    std::mt19937 random(17);
+    std::vector<std::pair<int, int>> pairs;
+    while (int(pairs.size()) < count) {
+        const int start = int(random() % unsigned(s.getNumPoints()));
+        int v = start;
+        for (int h = 0; h < hops && !neighbours[size_t(v)].empty(); ++h)
+            v = neighbours[size_t(v)][random() % neighbours[size_t(v)].size()];
+        if (v != start) pairs.emplace_back(start, v);
+    }
+    return pairs;
+}
+
+// Pairs of vertices on opposite ends of the mesh's longest extent.
+std::vector<std::pair<int, int>> farPairs(int count) {
+    Surface const& s = mesh().surface;
+    McVec3f min, max;
+    s.getBoundingBox(min, max);
+    const McVec3f extent = max - min;
+    const int axis = extent.x >= extent.y && extent.x >= extent.z ? 0 : (extent.y >= extent.z ? 1 : 2);
+    std::vector<int> order(size_t(s.getNumPoints()));
+    for (size_t i = 0; i < order.size(); ++i) order[i] = int(i);
+    std::sort(order.begin(), order.end(), [&](int a, int b) { return s.points[a][axis] < s.points[b][axis]; });
+    std::vector<std::pair<int, int>> pairs;
+    for (int i = 0; i < count; ++i) pairs.emplace_back(order[size_t(i) * 7], order[order.size() - 1 - size_t(i) * 7]);
+    return pairs;
+}
+
+std::map<std::string, double> fractions;
+
+void connect(benchmark::State& state, std::vector<std::pair<int, int>> const& pairs, char const* name) {
+    Mesh& m = mesh();
+    SurfacePathSet set(&m.surface);
+    DijkstraConnector dijkstra;
+    dijkstra.init(&set, nullptr);
+    McDArray<int> vertices;
+    size_t next = 0;
+    int64_t settled = 0;
+    double seconds = 0;
+    for (auto _ : state) {
+        auto const& pair = pairs[next++ % pairs.size()];
+        const auto start = Clock::now();
+        if (!dijkstra.findPath(&m.surface, pair.first, pair.second, vertices)) state.SkipWithError("no path");
+        seconds += std::chrono::duration<double>(Clock::now() - start).count();
+        settled += dijkstra.getNumSettled();
+    }
+    const double perCall = seconds / double(state.iterations());
+    state.counters["of_full_bgl"] = perCall / m.fullPassSeconds;
+    state.counters["settled"] = double(settled) / double(state.iterations());
+    state.counters["mesh_triangles"] = m.surface.getNumTriangles();
+    fractions[name] = perCall / m.fullPassSeconds;
+}
+
+void BM_DijkstraShortSegment(benchmark::State& state) { connect(state, walkPairs(400, 64), "short"); }
+void BM_DijkstraLongSegment(benchmark::State& state) { connect(state, farPairs(4), "long"); }
+
+void BM_BglFullPass(benchmark::State& state) {
+    Mesh& m = mesh();
+    int source = 0;
+    for (auto _ : state) runFullPass(*m.graph, (source += 9973) % m.surface.getNumPoints());
+    state.counters["mesh_triangles"] = m.surface.getNumTriangles();
+}
+
+// A path set of n vertex nodes in paths of 1000 nodes.
+SurfacePathSet* makePathSet(int n) {
+    Mesh& m = mesh();
+    auto* set = new SurfacePathSet(&m.surface);
+    for (int i = 0; i < n; ++i) set->addNode(new SurfaceVertexNode(&m.surface, i % m.surface.getNumPoints()));
+    for (int start = 0; start < n; start += 1000) {
+        McDArray<int> indices;
+        for (int i = start; i < std::min(n, start + 1000); ++i) indices.append(i);
+        set->addPath(indices);
+    }
+    return set;
+}
+
+double memcpySeconds(size_t bytes) {
+    std::vector<char> from(bytes, 1), to(bytes);
+    std::vector<double> times;
+    for (int run = 0; run < 7; ++run) {
+        const auto start = Clock::now();
+        std::memcpy(to.data(), from.data(), bytes);
+        benchmark::DoNotOptimize(to.data());
+        benchmark::ClobberMemory();
+        times.push_back(std::chrono::duration<double>(Clock::now() - start).count());
+    }
+    std::sort(times.begin(), times.end());
+    return times[3];
+}
+
+void BM_CopyData(benchmark::State& state) {
+    const int n = int(state.range(0));
+    std::unique_ptr<SurfacePathSet> source(makePathSet(n));
+    const size_t bytes = size_t(n) * (sizeof(McHandle<SurfaceNode>) + sizeof(int));
+    SurfacePathSet copy;
+    double seconds = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        copy.copyData(*source, nullptr);
+        seconds += std::chrono::duration<double>(Clock::now() - start).count();
+        benchmark::DoNotOptimize(copy.nodes.dataPtr());
+    }
+    state.counters["x_memcpy"] = seconds / double(state.iterations()) / memcpySeconds(bytes);
+    state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(bytes));
+}
+
+void BM_Memcpy(benchmark::State& state) {
+    const size_t bytes = size_t(state.range(0)) * (sizeof(McHandle<SurfaceNode>) + sizeof(int));
+    std::vector<char> from(bytes, 1), to(bytes);
+    for (auto _ : state) {
+        std::memcpy(to.data(), from.data(), bytes);
+        benchmark::DoNotOptimize(to.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(bytes));
+}
+
+}  // namespace
+
+BENCHMARK(BM_BglFullPass)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_DijkstraShortSegment)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_DijkstraLongSegment)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CopyData)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Memcpy)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    if (fractions.count("short")) {
+        const double shortFraction = fractions["short"];
+        std::printf("summary: mesh of %d triangles; a short Dijkstra segment costs %.3f%% of a full BGL pass "
+                    "(target below 5%%: %s); a long one %.1f%%\n",
+                    mesh().surface.getNumTriangles(), 100 * shortFraction, shortFraction < 0.05 ? "met" : "MISSED",
+                    100 * fractions["long"]);
+    }
+    return 0;
+}

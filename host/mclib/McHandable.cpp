@@ -1,0 +1,3 @@
+#include "McHandable.h"
+
+void McHandable::notifyDelete() { delete this; }

@@ -1,0 +1,173 @@
+// The path set data object as scripts see it: queries, adding and connecting paths, saving and
+// loading, and how it follows its surface connection.
+
+#include "HxFileFormats.h"
+#include "HxInterpreter.h"
+#include "HxMessage.h"
+#include "HxObjectPool.h"
+#include "HxSurface.h"
+#include "HxSurfacePathSet.h"
+#include "TestSurfaces.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class PathSetCommands : public testing::Test {
+  protected:
+    void SetUp() override {
+        HxSurface::registerFileFormats();
+        HxSurfacePathSet::registerFileFormats();
+        folder = fs::temp_directory_path() / ("hxpathset-" + std::to_string(getpid()));
+        fs::create_directories(folder);
+        ASSERT_EQ(eval("create HxSurface strip"), "strip");
+        strip = static_cast<HxSurface*>(pool().findObject("strip"));
+        strip->surface = makeStrip(12);
+        ASSERT_EQ(eval("create HxSurfacePathSet PS"), "PS");
+        ps = static_cast<HxSurfacePathSet*>(pool().findObject("PS"));
+    }
+    void TearDown() override {
+        pool().removeAll();
+        fs::remove_all(folder);
+    }
+
+    std::string eval(std::string const& command) {
+        std::string result = HxInterpreter::getTheInterpreter().eval("%s", command.c_str());
+        failed = HxInterpreter::getTheInterpreter().lastCode() != TCL_OK;
+        return result;
+    }
+    std::string file(char const* name) const { return (folder / name).string(); }
+    static HxObjectPool& pool() { return HxObjectPool::getTheObjectPool(); }
+
+    fs::path folder;
+    HxSurface* strip = nullptr;
+    HxSurfacePathSet* ps = nullptr;
+    bool failed = false;
+};
+
+TEST_F(PathSetCommands, AddConnectAndQuery) {
+    EXPECT_EQ(eval("PS addPath v:0 v:12"), "PS has no surface: connect one with \"PS surface connect SURFACE\"");
+    EXPECT_TRUE(failed);
+    eval("PS surface connect strip");
+    ASSERT_FALSE(failed);
+    EXPECT_EQ(ps->getSurface(), strip);
+    EXPECT_EQ(eval("PS addPath v:0 v:12"), "0");
+    EXPECT_EQ(eval("PS connect 0 0 1 Dijkstra"), "7");
+    EXPECT_EQ(eval("PS getNumPaths"), "1");
+    EXPECT_EQ(eval("PS getNumNodes"), "7");
+    EXPECT_EQ(eval("PS getPath 0"), "0 2 3 4 5 6 1");
+    EXPECT_EQ(eval("PS getNode 1"), "Vertex 12 0.0 0.0 1 6.0 0.0 0.0");
+    EXPECT_EQ(eval("PS getNode 2"), "Vertex 2 0.0 0.0 0 1.0 0.0 0.0");
+    EXPECT_EQ(eval("PS getLength 0"), "6.0");
+    EXPECT_EQ(eval("PS isClosed 0"), "0");
+    EXPECT_EQ(eval("PS isConsistent"), "1");
+    EXPECT_EQ(eval("PS getSelection"), "{} -1");
+    EXPECT_EQ(eval("PS addPath e:0:0.5 t:0:0.25:0.25"), "1");
+    EXPECT_EQ(eval("PS getNode 8"), "Triangle 0 0.25 0.25 1 0.25 0.25 0.0");
+    EXPECT_EQ(eval("PS addPath v:3 v:3"), "2");
+    EXPECT_EQ(eval("PS removeDuplicateNodes 0"), "1");
+    EXPECT_EQ(eval("PS getPath 2"), "9") << "the repeated vertex collapsed";
+}
+
+TEST_F(PathSetCommands, MistakesAreExplained) {
+    eval("PS surface connect strip");
+    eval("PS addPath v:0 v:1");
+    EXPECT_EQ(eval("PS getPath 3"), "bad value: path index 3 is out of range: PS has 1 paths");
+    EXPECT_EQ(eval("PS getNode -1"), "bad value: node index -1 is out of range: PS has 2 nodes");
+    EXPECT_EQ(eval("PS addPath v:0 w:1"), "bad value: bad node word \"w:1\" (expected v:POINT, e:EDGE:T or t:TRIANGLE:U:V)");
+    EXPECT_EQ(eval("PS addPath v:99"), "bad value: bad node word \"v:99\": vertex 99 does not exist (the surface has 14 vertices)");
+    EXPECT_EQ(eval("PS getNumPaths"), "1") << "a failed addPath adds nothing";
+    EXPECT_EQ(eval("PS connect 0 1 0 Dijkstra"), "bad value: connect: position FROM (1) must lie before TO (0)");
+    EXPECT_EQ(eval("PS connect 0 0 1 Teleport"), "bad value: connect: there is no path connector named \"Teleport\"");
+    EXPECT_EQ(eval("PS addPath v:0 t:0:0.2:0.2"), "1");
+    EXPECT_EQ(eval("PS connect 1 0 1 Dijkstra"),
+              "connect: the Dijkstra connector found no connection between positions 0 and 1 of path 1");
+    EXPECT_EQ(eval("PS connect 0 0"), "wrong # args: should be \"PS connect PATH FROM TO CONNECTOR\"");
+    EXPECT_NE(eval("PS frobnicate").find("PS: unknown command or port \"frobnicate\" (commands: getNumPaths"),
+              std::string::npos);
+    EXPECT_EQ(eval("PS export lines.ply"), "cannot export PS to \"lines.ply\": unknown export format \"ply\" (known formats: .obj, .vtk)");
+    EXPECT_TRUE(failed);
+}
+
+TEST_F(PathSetCommands, SaveAndLoadGiveTheSamePaths) {
+    eval("PS surface connect strip");
+    EXPECT_EQ(eval("PS save " + file("early.json")),
+              "cannot save PS to \"" + file("early.json") +
+                  "\": its surface strip was never loaded from or saved to a file; save the surface first");
+    eval("strip save " + file("strip.off"));
+    ASSERT_FALSE(failed);
+    eval("PS addPath v:0 v:13");
+    eval("PS connect 0 0 1 Dijkstra");
+    eval("PS save " + file("paths.json"));
+    ASSERT_FALSE(failed);
+    const std::string loaded = eval("load " + file("paths.json"));
+    ASSERT_FALSE(failed) << loaded;
+    EXPECT_EQ(loaded, "paths.json");
+    EXPECT_EQ(eval("all HxSurface"), "strip") << "the surface already held by an object is used";
+    EXPECT_EQ(eval("paths.json surface source"), "strip");
+    EXPECT_EQ(eval("paths.json getPath 0"), eval("PS getPath 0"));
+    EXPECT_EQ(eval("paths.json getLength 0"), eval("PS getLength 0"));
+
+    eval("remove PS paths.json strip");
+    EXPECT_EQ(eval("load " + file("paths.json")), "paths.json");
+    EXPECT_EQ(eval("all HxSurface"), "strip.off") << "a surface no object holds is loaded";
+    EXPECT_EQ(eval("paths.json getNumNodes"), "8");
+}
+
+TEST_F(PathSetCommands, BrokenFilesChangeNothing) {
+    eval("strip save " + file("strip.off"));
+    std::ofstream(file("broken.json")) << R"({"format": "surfpath path set", "version": 1, "surface": "strip.off",
+        "nodes": [{"kind": "Vertex", "element": 400}], "paths": [[0]]})";
+    const std::string message = eval("load " + file("broken.json"));
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(message, "cannot load \"" + file("broken.json") +
+                           "\": node 0: vertex 400 does not exist (the surface has 14 vertices)");
+    std::ofstream(file("lost.json")) << R"({"format": "surfpath path set", "version": 1, "surface": "gone.off",
+        "nodes": [], "paths": []})";
+    EXPECT_NE(eval("load " + file("lost.json")).find("its surface file \"" + file("gone.off") + "\" cannot be loaded"),
+              std::string::npos);
+    EXPECT_EQ(eval("all"), "strip PS");
+}
+
+TEST_F(PathSetCommands, PathsFollowTheSurfaceConnection) {
+    eval("PS surface connect strip");
+    eval("PS addPath v:0 v:13");
+    eval("create HxSurface wide");
+    static_cast<HxSurface*>(pool().findObject("wide"))->surface = makeStrip(16);
+    eval("PS surface connect wide");
+    EXPECT_EQ(eval("PS getNumPaths"), "1") << "the nodes fit the larger strip";
+    EXPECT_EQ(ps->pathSet.getNode(0)->getSurface(), &static_cast<HxSurface*>(pool().findObject("wide"))->surface);
+    eval("create HxSurface small");
+    static_cast<HxSurface*>(pool().findObject("small"))->surface = makeQuad();
+    HxMessage::getTheMsg()->startCapture();
+    eval("PS surface connect small");
+    const McString message = HxMessage::getTheMsg()->stopCapture();
+    EXPECT_EQ(eval("PS getNumPaths"), "0");
+    EXPECT_NE(message.find("PS: its 1 paths do not fit surface small (node 1: vertex 13 does not exist"), std::string::npos)
+        << message;
+    eval("PS addPath v:0 v:2");
+    HxMessage::getTheMsg()->startCapture();
+    eval("remove small");
+    EXPECT_NE(HxMessage::getTheMsg()->stopCapture().find("PS: its surface is gone; its 1 paths were removed"),
+              std::string::npos);
+    EXPECT_EQ(eval("PS getNumNodes"), "0");
+    EXPECT_EQ(ps->getSurface(), nullptr);
+}
+
+TEST_F(PathSetCommands, ExportWritesPolylines) {
+    eval("PS surface connect strip");
+    eval("PS addPath v:0 v:2 v:4");
+    eval("PS export " + file("lines.obj"));
+    ASSERT_FALSE(failed);
+    std::ifstream in(file("lines.obj"));
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_NE(text.find("l 1 2 3\n"), std::string::npos) << text;
+}
+
+}  // namespace
