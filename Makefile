@@ -36,7 +36,7 @@ test-asan: $(ASAN_BUILD)/CMakeCache.txt
 	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest --output-on-failure -j$(JOBS)
 
 demo: deps build
-	$(BUILD)/bin/surfpath examples/demo.tcl
+	$(BUILD)/bin/surfpath examples/demo.tcl $(BUILD)/data/meshes $(BUILD)/demo-output
 
 bench: build
 	$(BUILD)/bin/surfpath_bench
