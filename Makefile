@@ -40,6 +40,7 @@ demo: deps build
 
 bench: build
 	$(BUILD)/bin/surfpath_bench
+	$(BUILD)/bin/operations_bench
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

@@ -168,11 +168,21 @@ bool SurfacePathSet::removeIntermediateNodesFromPath(int path, int from, int to)
     const int n = getNumNodesOnPath(path);
     if (from < 0 || to < 0 || from >= n || to >= n) return false;
     McDArray<int>& indices = paths[path].nodeIndices;
-    if (from <= to) {
+    const bool closed = isPathClosed(path);
+    // On a loop, from == to is the only control point seen from both sides: everything else
+    // goes. (Removing nothing there would let callers that delete the control point between
+    // them find it again forever.)
+    if (from < to || (from == to && !closed)) {
         if (to - from > 1) indices.remove(from + 1, to - from - 1);
         return true;
     }
-    if (!isPathClosed(path)) return false;
+    if (!closed) return false;
+    if (from == to) {
+        const int keep = indices[from];
+        indices.clear();
+        indices.append(keep);
+        return true;
+    }
     indices.remove(from + 1, n - 1 - from);
     indices.remove(0, to);
     return true;
@@ -304,7 +314,9 @@ bool SurfacePathSet::checkPath(int path, bool checkSegments, McString& problem) 
             return false;
         }
         if (!checkSegments || i == 0) continue;
-        if (indices[i] == indices[i - 1]) {
+        // Two equal entries make a closed loop through one node (left when the other control
+        // point of a two-point loop is deleted); in any longer path each step must move on.
+        if (indices[i] == indices[i - 1] && indices.size() != 2) {
             problem.printf("path %d repeats node %d at positions %ld and %ld", path, indices[i], long(i - 1), long(i));
             return false;
         }

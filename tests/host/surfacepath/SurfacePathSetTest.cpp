@@ -94,6 +94,16 @@ TEST_F(ControlPoints, RemovalAcrossTheSeamTakesBothSeamEntries) {
     EXPECT_EQ(entries(closed), McDArray<int>({B, y, C}));
 }
 
+// Deleting a control point of a loop whose only other control point is the neighbour on both
+// sides once removed nothing, so the delete found the same control point again forever.
+TEST_F(ControlPoints, RemovalBetweenTheOnlyControlPointOfALoopAndItselfKeepsOnlyIt) {
+    const int n = set.getNumNodesOnPath(closed);
+    const int only = set.paths[closed].nodeIndices[2];
+    ASSERT_TRUE(set.removeIntermediateNodesFromPath(closed, 2, 2));
+    EXPECT_EQ(entries(closed), McDArray<int>({only}));
+    EXPECT_GT(n, 1);
+}
+
 TEST_F(ControlPoints, InnerControlPointRemovalThenReconnection) {
     // What deleting B does: remove between its neighbours, then join them.
     DijkstraConnector dijkstra;

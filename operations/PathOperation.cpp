@@ -1,0 +1,3 @@
+#include "PathOperation.h"
+
+MC_TYPED_IMPL(PathOperation, McTypedObject)
