@@ -1,9 +1,7 @@
 #include "OperationTestSupport.h"
 
-#include "DijkstraConnector.h"
 #include "SurfaceIO.h"
 #include "SurfaceNode.h"
-#include "TestSurfaces.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +9,7 @@
 
 EditedPathSet::EditedPathSet(Surface surface_) : surface(std::move(surface_)), pathSet(&surface), selection(&pathSet) {}
 
-int EditedPathSet::addVertexPath(std::initializer_list<int> vertices, std::initializer_list<int> controlPoints) {
-    std::vector<int> list(vertices);
+int EditedPathSet::addVertexPath(std::vector<int> list, std::vector<int> const& controlPoints) {
     const bool closed = list.size() > 1 && list.front() == list.back();
     if (closed) list.pop_back();
     McDArray<int> indices;
@@ -20,7 +17,7 @@ int EditedPathSet::addVertexPath(std::initializer_list<int> vertices, std::initi
         SurfaceNode* node = pathSet.nodeFactory.createVertexNode(list[i]);
         const bool isEnd = i == 0 || i + 1 == list.size();
         const bool listed = std::find(controlPoints.begin(), controlPoints.end(), list[i]) != controlPoints.end();
-        node->isControlPoint = controlPoints.size() == 0 ? isEnd : listed;
+        node->isControlPoint = controlPoints.empty() ? isEnd : listed;
         indices.append(pathSet.addNode(node));
     }
     if (closed) indices.append(indices[0]);
@@ -29,7 +26,12 @@ int EditedPathSet::addVertexPath(std::initializer_list<int> vertices, std::initi
 
 int EditedPathSet::nodeAt(int path, int position) const { return pathSet.paths[path].nodeIndices[position]; }
 
-bool runProtocol(PathOperation* op) {
+void EditedPathSet::select(int path, int position) {
+    selection.setSinglePathActive(path);
+    selection.setActiveCP(nodeAt(path, position));
+}
+
+bool runProtocol(McHandle<PathOperation> const& op) {
     op->initUndo();
     const bool ok = op->exec();
     if (ok)
@@ -44,21 +46,17 @@ bool PathSetState::operator==(PathSetState const& o) const {
            activeCP == o.activeCP;
 }
 
-PathSetState captureState(SurfacePathSet const& pathSet, SelectionInfo const* selection) {
+PathSetState captureState(EditedPathSet const& edited) {
     PathSetState state;
-    for (int p = 0; p < pathSet.getNumPaths(); ++p) state.paths.push_back(pathOf(pathSet, p));
-    for (auto const& node : pathSet.nodes) {
+    for (int p = 0; p < edited.pathSet.getNumPaths(); ++p) state.paths.push_back(pathOf(edited.pathSet, p));
+    for (auto const& node : edited.pathSet.nodes) {
         state.nodes.push_back(node.ptr());
         state.controlPoints.push_back(node && node->isControlPoint);
     }
-    if (selection) {
-        for (int p : selection->getActivePaths()) state.activePaths.push_back(p);
-        state.activeCP = selection->getActiveCP();
-    }
+    for (int p : edited.selection.getActivePaths()) state.activePaths.push_back(p);
+    state.activeCP = edited.selection.getActiveCP();
     return state;
 }
-
-PathSetState captureState(EditedPathSet const& edited) { return captureState(edited.pathSet, &edited.selection); }
 
 std::ostream& operator<<(std::ostream& out, PathSetState const& state) {
     out << "{paths:";
@@ -80,13 +78,22 @@ std::vector<int> pathOf(SurfacePathSet const& pathSet, int path) {
     return std::vector<int>(indices.begin(), indices.end());
 }
 
-std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path) {
+namespace {
+std::vector<int> vertexList(SurfacePathSet const& pathSet, int path, bool controlPointsOnly) {
     std::vector<int> vertices;
     for (int index : pathSet.paths[path].nodeIndices) {
         SurfaceNode const* node = pathSet.getNode(index);
+        if (controlPointsOnly && !(node && node->isControlPoint)) continue;
         vertices.push_back(node && node->getKind() == SurfaceNode::VERTEX ? node->getElement() : -1);
     }
     return vertices;
+}
+}  // namespace
+
+std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path) { return vertexList(pathSet, path, false); }
+
+std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path) {
+    return vertexList(pathSet, path, true);
 }
 
 Surface readMesh(char const* name) {
@@ -96,30 +103,10 @@ Surface readMesh(char const* name) {
     return surface;
 }
 
-int addVertexPath(SurfacePathSet& pathSet, std::vector<int> const& vertices) {
-    McDArray<int> indices;
-    for (size_t i = 0; i < vertices.size(); ++i) {
-        SurfaceNode* node = pathSet.nodeFactory.createVertexNode(vertices[i]);
-        node->isControlPoint = i == 0 || i + 1 == vertices.size();
-        indices.append(pathSet.addNode(node));
-    }
-    return pathSet.addPath(indices);
-}
-
 SurfaceNode* makeControlPoint(SurfacePathSet const& pathSet, int vertex) {
     SurfaceNode* node = pathSet.nodeFactory.createVertexNode(vertex);
     if (node) node->isControlPoint = 1;
     return node;
-}
-
-std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path) {
-    std::vector<int> vertices;
-    for (int index : pathSet.paths[path].nodeIndices) {
-        SurfaceNode const* node = pathSet.getNode(index);
-        if (!node || !node->isControlPoint) continue;
-        vertices.push_back(node->getKind() == SurfaceNode::VERTEX ? node->getElement() : -1);
-    }
-    return vertices;
 }
 
 ::testing::AssertionResult isConsistent(SurfacePathSet const& pathSet) {
@@ -129,7 +116,7 @@ std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path)
     return ::testing::AssertionFailure() << problem.c_str();
 }
 
-PathSetState expectUndoRedoRestores(EditedPathSet& edited, PathOperation* op) {
+PathSetState expectUndoRedoRestores(EditedPathSet& edited, McHandle<PathOperation> const& op) {
     const PathSetState before = captureState(edited);
     EXPECT_TRUE(runProtocol(op));
     const PathSetState after = captureState(edited);
@@ -140,18 +127,17 @@ PathSetState expectUndoRedoRestores(EditedPathSet& edited, PathOperation* op) {
     return after;
 }
 
-std::vector<int> shortestVertexPath(Surface& surface, int from, int to) {
-    McDArray<int> vertices;
-    DijkstraConnector connector;
-    connector.findPath(&surface, from, to, vertices);
-    return std::vector<int>(vertices.begin(), vertices.end());
+::testing::AssertionResult failsWithoutChange(EditedPathSet& edited, McHandle<PathOperation> const& op) {
+    const PathSetState before = captureState(edited);
+    if (runProtocol(op)) return ::testing::AssertionFailure() << "the operation succeeded";
+    const PathSetState after = captureState(edited);
+    if (after == before) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "it changed " << before << " into " << after;
 }
 
-int addPathThrough(SurfacePathSet& pathSet, std::initializer_list<int> before, int shared,
-                   std::initializer_list<int> after) {
-    McDArray<int> indices;
-    for (int vertex : before) indices.append(pathSet.addNode(makeControlPoint(pathSet, vertex)));
-    indices.append(shared);
-    for (int vertex : after) indices.append(pathSet.addNode(makeControlPoint(pathSet, vertex)));
-    return pathSet.addPath(indices);
+
+SurfaceNode* StripEditTest::insideTriangle(int triangle) const {
+    SurfaceNode* node = set.pathSet.nodeFactory.createTriangleNode(triangle, 0.3f, 0.3f);
+    node->isControlPoint = 1;
+    return node;
 }

@@ -1,58 +1,34 @@
 // Deleting a control point from every path that passes through it.
-//
-// The strip surfaces have their bottom row at the even vertices (0, 2, 4, ...) and their top
-// row at the odd ones, one unit apart.
-#include "DijkstraConnector.h"
 #include "OperationTestSupport.h"
 #include "PathEditDeleteCP.h"
-#include "TestSurfaces.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using Vertices = std::vector<int>;
-
-class DeleteControlPointTest : public ::testing::Test {
+class DeleteControlPointTest : public StripEditTest {
   protected:
-    DeleteControlPointTest() { dijkstra.init(&set.pathSet, nullptr); }
-
     McHandle<PathEditDeleteCP> deleteCP(int node, PathConnector* connector, int emptyOnly = 0) {
         return new PathEditDeleteCP(&set.pathSet, &set.selection, node, connector, emptyOnly);
     }
-    // Node index of a new control point inside a triangle, where the connector cannot go.
-    int insideControlPoint(int triangle) {
-        SurfaceNode* node = set.pathSet.nodeFactory.createTriangleNode(triangle, 0.3f, 0.3f);
-        node->isControlPoint = 1;
-        return set.pathSet.addNode(node);
-    }
-
-    EditedPathSet set{makeStrip(8)};
-    DijkstraConnector dijkstra;
 };
 
-TEST_F(DeleteControlPointTest, TheOnlyNodeTakesItsPathAlongAndClearsTheSelection) {
+TEST_F(DeleteControlPointTest, TheOnlyNodeTakesItsPathAlongUnlessEmptyOnly) {
     set.addVertexPath({4});
     set.addVertexPath({0, 2});
-    set.selection.setSinglePathActive(1);
-    set.selection.setActiveCP(set.nodeAt(1, 0));
+    set.addVertexPath({6});
+    set.select(1, 0);
     expectUndoRedoRestores(set, deleteCP(set.nodeAt(0, 0), nullptr));
-    ASSERT_EQ(set.pathSet.getNumPaths(), 1);
-    EXPECT_EQ(verticesOf(set.pathSet, 0), (Vertices{0, 2})) << "the later path moves down";
-    EXPECT_TRUE(set.selection.noPathSelected());
-    EXPECT_EQ(set.selection.getActiveCP(), -1);
-    EXPECT_EQ(set.pathSet.getNumNodes(), 3) << "the node stays in the table";
-}
-
-TEST_F(DeleteControlPointTest, WithEmptyOnlyThePathStaysInItsSlot) {
-    set.addVertexPath({4});
-    set.addVertexPath({0, 2});
-    set.selection.setSinglePathActive(0);
-    ASSERT_TRUE(runProtocol(deleteCP(set.nodeAt(0, 0), nullptr, 1)));
     ASSERT_EQ(set.pathSet.getNumPaths(), 2);
-    EXPECT_TRUE(set.pathSet.isPathEmpty(0));
-    EXPECT_EQ(verticesOf(set.pathSet, 1), (Vertices{0, 2}));
-    EXPECT_EQ(set.selection.getActivePath(), 0);
+    EXPECT_EQ(verticesOf(set.pathSet, 0), (Vertices{0, 2})) << "the later paths move down";
+    EXPECT_TRUE(set.selection.noPathSelected());
+    EXPECT_EQ(set.pathSet.getNumNodes(), 4) << "the node stays in the table";
+
+    set.selection.setSinglePathActive(1);
+    ASSERT_TRUE(runProtocol(deleteCP(set.nodeAt(1, 0), nullptr, 1)));
+    ASSERT_EQ(set.pathSet.getNumPaths(), 2);
+    EXPECT_TRUE(set.pathSet.isPathEmpty(1)) << "the emptied path keeps its slot";
+    EXPECT_EQ(set.selection.getActivePath(), 1);
 }
 
 TEST_F(DeleteControlPointTest, TheEndsOfAnOpenPathGoWithoutAConnector) {
@@ -61,14 +37,17 @@ TEST_F(DeleteControlPointTest, TheEndsOfAnOpenPathGoWithoutAConnector) {
     ASSERT_TRUE(runProtocol(deleteCP(set.nodeAt(0, 4), nullptr))) << "a connector call would fail";
     EXPECT_EQ(verticesOf(set.pathSet, 0), (Vertices{0, 2, 4}));
     ASSERT_TRUE(runProtocol(deleteCP(set.nodeAt(0, 0), nullptr)));
-    EXPECT_EQ(pathOf(set.pathSet, 0), (std::vector<int>{four})) << "the next control point starts the path";
+    EXPECT_EQ(pathOf(set.pathSet, 0), (Vertices{four})) << "the next control point starts the path";
 }
 
+// Deleting changes the count of control points on the path, which clears the active one.
 TEST_F(DeleteControlPointTest, AnInnerControlPointIsBridgedByOneNewSegment) {
     set.addVertexPath({0, 1, 3, 5, 4, 6, 8}, {0, 3, 8});  // a detour over the top row
-    ASSERT_TRUE(runProtocol(deleteCP(set.nodeAt(0, 2), &dijkstra)));
+    set.select(0, 0);
+    expectUndoRedoRestores(set, deleteCP(set.nodeAt(0, 2), &dijkstra));
     EXPECT_EQ(verticesOf(set.pathSet, 0), (Vertices{0, 2, 4, 6, 8}));
     EXPECT_EQ(controlPointVerticesOf(set.pathSet, 0), (Vertices{0, 8}));
+    EXPECT_EQ(set.selection.getActiveCP(), -1);
     EXPECT_TRUE(isConsistent(set.pathSet));
 }
 
@@ -77,9 +56,7 @@ TEST_F(DeleteControlPointTest, AnInnerControlPointIsBridgedByOneNewSegment) {
 // the same control point again after every reconnection and never ended.
 TEST_F(DeleteControlPointTest, ALoopWithOneOtherControlPointAndNoSeamControlPointEnds) {
     set.addVertexPath({0, 2, 3, 1, 0}, {2, 3});
-    const PathSetState before = captureState(set);
-    EXPECT_FALSE(runProtocol(deleteCP(set.nodeAt(0, 1), &dijkstra)));
-    EXPECT_EQ(captureState(set), before);
+    EXPECT_TRUE(failsWithoutChange(set, deleteCP(set.nodeAt(0, 1), &dijkstra)));
 }
 
 TEST_F(DeleteControlPointTest, DeletingTheSeamOfALoopKeepsItClosed) {
@@ -95,7 +72,8 @@ TEST_F(DeleteControlPointTest, DeletingTheSeamOfALoopKeepsItClosed) {
 TEST_F(DeleteControlPointTest, ASharedNodeIsDeletedFromEveryPath) {
     set.addVertexPath({0, 2, 4, 6, 8}, {0, 4, 8});
     const int junction = set.nodeAt(0, 2);
-    addPathThrough(set.pathSet, {1, 3}, junction, {5, 7});
+    set.addVertexPath({1, 3, 4, 5, 7}, {1, 3, 4, 5, 7});
+    set.pathSet.paths[1].nodeIndices[2] = junction;  // crosses path 0 at its control point
     ASSERT_TRUE(runProtocol(deleteCP(junction, &dijkstra)));
     EXPECT_EQ(verticesOf(set.pathSet, 0), (Vertices{0, 2, 4, 6, 8}));
     EXPECT_NE(set.nodeAt(0, 2), junction) << "the new segment brings its own node at vertex 4";
@@ -103,25 +81,11 @@ TEST_F(DeleteControlPointTest, ASharedNodeIsDeletedFromEveryPath) {
     EXPECT_TRUE(isConsistent(set.pathSet));
 }
 
-// The active control point survives a deletion elsewhere on its path only if it keeps its
-// ordinal; any deletion changes the count of control points and so clears it.
-TEST_F(DeleteControlPointTest, DeletingAControlPointOfTheActivePathClearsTheActiveOne) {
-    set.addVertexPath({0, 2, 4, 6, 8}, {0, 4, 8});
-    set.selection.setSinglePathActive(0);
-    set.selection.setActiveCP(set.nodeAt(0, 0));
-    expectUndoRedoRestores(set, deleteCP(set.nodeAt(0, 2), &dijkstra));
-    EXPECT_EQ(set.selection.getActiveCP(), -1);
-    EXPECT_EQ(set.selection.getActivePath(), 0);
-}
-
 TEST_F(DeleteControlPointTest, NeighboursTheConnectorCannotJoinLeaveEverythingAsBefore) {
     const int four = set.pathSet.addNode(makeControlPoint(set.pathSet, 4));
-    const int path = set.pathSet.addPath({insideControlPoint(2), four, insideControlPoint(4)});
-    set.selection.setSinglePathActive(path);
-    set.selection.setActiveCP(four);
-    const PathSetState before = captureState(set);
-    EXPECT_FALSE(runProtocol(deleteCP(four, &dijkstra)));
-    EXPECT_EQ(captureState(set), before);
+    set.pathSet.addPath({set.pathSet.addNode(insideTriangle(2)), four, set.pathSet.addNode(insideTriangle(4))});
+    set.select(0, 1);
+    EXPECT_TRUE(failsWithoutChange(set, deleteCP(four, &dijkstra)));
 }
 
 }  // namespace

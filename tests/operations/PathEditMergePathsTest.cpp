@@ -1,6 +1,5 @@
 #include "OperationTestSupport.h"
 #include "PathEditMergePaths.h"
-#include "TestSurfaces.h"
 
 #include <gtest/gtest.h>
 
@@ -9,44 +8,32 @@
 
 namespace {
 
-using Vertices = std::vector<int>;
-
-// The strip of six triangles; its lower row of points 0 2 4 6 lies on the x axis at x = 0..3.
-class MergePaths : public ::testing::Test {
+class MergePaths : public StripEditTest {
   protected:
-    MergePaths() : edited(makeStrip(6)) {}
-
-    int addPath(Vertices const& vertices) { return addVertexPath(edited.pathSet, vertices); }
-    // A path of two nodes: vertex `from`, then a node at parameter t on the edge from point a
-    // to point b (a < b).
-    int addPathToEdgeNode(int from, int a, int b, float t) {
-        SurfacePathSet& set = edited.pathSet;
-        SurfaceNode* end = set.nodeFactory.createEdgeNode(edited.surface.findEdge(a, b), t);
+    // A path of two control points: vertex `from`, then a node at parameter t on the edge from
+    // point a to point b (a < b).
+    void addPathToEdgeNode(int from, int a, int b, float t) {
+        SurfaceNode* end = set.pathSet.nodeFactory.createEdgeNode(set.surface.findEdge(a, b), t);
         end->isControlPoint = 1;
-        McDArray<int> indices;
-        indices.append(set.addNode(set.nodeFactory.createVertexNode(from)));
-        set.getNode(indices[0])->isControlPoint = 1;
-        indices.append(set.addNode(end));
-        return set.addPath(indices);
+        set.pathSet.addPath({set.pathSet.addNode(makeControlPoint(set.pathSet, from)), set.pathSet.addNode(end)});
     }
-    bool merge(McDArray<int> const& indices) {
-        McHandle<PathOperation> op(new PathEditMergePaths(&edited.pathSet, &edited.selection, indices));
-        return runProtocol(op);
+    bool merge(McDArray<int> const& indices) { return runProtocol(merger(indices)); }
+    McHandle<PathOperation> merger(McDArray<int> const& indices) {
+        return new PathEditMergePaths(&set.pathSet, &set.selection, indices);
     }
     std::vector<Vertices> vertexPaths() const {
         std::vector<Vertices> result;
-        for (int p = 0; p < edited.pathSet.getNumPaths(); ++p) result.push_back(verticesOf(edited.pathSet, p));
+        for (int p = 0; p < set.pathSet.getNumPaths(); ++p) result.push_back(verticesOf(set.pathSet, p));
         return result;
     }
-
-    EditedPathSet edited;
 };
 
 struct EndsCase {
     Vertices a, b, joined;
 };
 
-TEST_F(MergePaths, PathsMeetingAtEitherEndAreJoinedInPathOrder) {
+// A join lowers the number of paths, which clears the selection.
+TEST(MergePathEnds, PathsMeetingAtEitherEndAreJoinedInPathOrder) {
     const std::array<EndsCase, 4> cases{{
         {{0, 2}, {2, 4}, {0, 2, 4}},  // last meets first
         {{2, 0}, {2, 4}, {0, 2, 4}},  // first meets first: the first path is reversed
@@ -55,167 +42,108 @@ TEST_F(MergePaths, PathsMeetingAtEitherEndAreJoinedInPathOrder) {
     }};
     for (EndsCase const& c : cases) {
         EditedPathSet fresh(makeStrip(6));
-        addVertexPath(fresh.pathSet, c.a);
-        addVertexPath(fresh.pathSet, {1, 3});  // not listed: only moves down
-        addVertexPath(fresh.pathSet, c.b);
+        fresh.addVertexPath(c.a);
+        fresh.addVertexPath({1, 3});  // not listed: only moves down
+        fresh.addVertexPath(c.b);
+        fresh.select(2, 0);
         McHandle<PathOperation> op(new PathEditMergePaths(&fresh.pathSet, &fresh.selection, {0, 2}));
-        ASSERT_TRUE(runProtocol(op));
+        EXPECT_TRUE(expectUndoRedoRestores(fresh, op).activePaths.empty());
         ASSERT_EQ(fresh.pathSet.getNumPaths(), 2);
         EXPECT_EQ(verticesOf(fresh.pathSet, 0), c.joined);
         EXPECT_EQ(verticesOf(fresh.pathSet, 1), (Vertices{1, 3}));
         EXPECT_EQ(fresh.pathSet.getNumNodes(), 5) << "the doubled join node is merged";
         EXPECT_EQ(fresh.pathSet.getNumControlPointsOnPath(0), 3) << "the join keeps its control point";
-        EXPECT_TRUE(fresh.pathSet.isConsistent(true, nullptr));
+        EXPECT_TRUE(isConsistent(fresh.pathSet));
     }
 }
 
-TEST_F(MergePaths, ThreePiecesOfALineEndAsOnePathInAnyOrderAndDirection) {
-    const std::array<Vertices, 3> pieces{{{0, 2}, {2, 4}, {4, 6}}};
+// Pieces of more than two nodes, so that a reversal must turn their inner nodes round too.
+TEST(MergePathEnds, ThreePiecesOfALineEndAsOnePathInAnyOrderAndDirection) {
+    const std::array<Vertices, 3> pieces{{{0, 2, 4}, {4, 6}, {6, 8, 10}}};
+    const Vertices line{0, 2, 4, 6, 8, 10};
     std::array<int, 3> order{0, 1, 2};
     do {
         for (int reversed = 0; reversed < 8; ++reversed) {
-            EditedPathSet fresh(makeStrip(6));
+            EditedPathSet fresh(makeStrip(10));
             for (int k : order) {
                 Vertices piece = pieces[k];
                 if (reversed & (1 << k)) std::reverse(piece.begin(), piece.end());
-                addVertexPath(fresh.pathSet, piece);
+                fresh.addVertexPath(piece);
             }
-            McHandle<PathOperation> op(new PathEditMergePaths(&fresh.pathSet, &fresh.selection, {0, 1, 2}));
-            ASSERT_TRUE(runProtocol(op));
+            ASSERT_TRUE(runProtocol(new PathEditMergePaths(&fresh.pathSet, &fresh.selection, {0, 1, 2})));
             ASSERT_EQ(fresh.pathSet.getNumPaths(), 1) << "order " << order[0] << order[1] << order[2];
-            const Vertices joined = verticesOf(fresh.pathSet, 0);
-            EXPECT_TRUE(joined == (Vertices{0, 2, 4, 6}) || joined == (Vertices{6, 4, 2, 0}))
-                << "order " << order[0] << order[1] << order[2] << " reversed " << reversed;
+            Vertices joined = verticesOf(fresh.pathSet, 0);
+            if (joined.front() != line.front()) std::reverse(joined.begin(), joined.end());
+            EXPECT_EQ(joined, line) << "order " << order[0] << order[1] << order[2] << " reversed " << reversed;
+            EXPECT_EQ(fresh.pathSet.getNumNodes(), 6) << "joins and unused nodes leave the table";
         }
     } while (std::next_permutation(order.begin(), order.end()));
 }
 
-TEST_F(MergePaths, PathsThatDoNotMeetStayAsTheyAre) {
-    addPath({0, 2});
-    addPath({4, 6});
-    ASSERT_TRUE(merge({0, 1}));
-    EXPECT_EQ(vertexPaths(), (std::vector<Vertices>{{0, 2}, {4, 6}}));
-}
-
-TEST_F(MergePaths, LoneLoopListedTwiceMeetsItselfAndIsDropped) {
-    addPath({0, 2, 1});
-    edited.pathSet.paths[0].nodeIndices.append(edited.nodeAt(0, 0));
-    ASSERT_TRUE(edited.pathSet.isPathClosed(0));
-    addPath({4, 6});
-    ASSERT_TRUE(merge({0, 0}));
-    EXPECT_EQ(vertexPaths(), (std::vector<Vertices>{{4, 6}}));
-}
-
-TEST_F(MergePaths, EveryEmptyPathOfTheSetIsRemovedListedOrNot) {
-    addPath({0, 2});
-    edited.pathSet.paths.append(SurfacePathSet::SurfacePath());
-    addPath({4, 6});
+TEST_F(MergePaths, PathsThatDoNotMeetStayAndEmptyPathsGoListedOrNot) {
+    set.addVertexPath({0, 2});
+    set.pathSet.paths.append(SurfacePathSet::SurfacePath());
+    set.addVertexPath({4, 6});
     ASSERT_TRUE(merge({0, 2}));
     EXPECT_EQ(vertexPaths(), (std::vector<Vertices>{{0, 2}, {4, 6}}));
 }
 
+TEST_F(MergePaths, LoneLoopListedTwiceMeetsItselfAndIsDropped) {
+    set.addVertexPath({0, 2, 1, 0});
+    set.addVertexPath({4, 6});
+    ASSERT_TRUE(merge({0, 0}));
+    EXPECT_EQ(vertexPaths(), (std::vector<Vertices>{{4, 6}}));
+}
+
 TEST_F(MergePaths, FewerThanTwoIndicesFailAndChangeNothing) {
-    addPath({0, 2});
-    addPath({2, 4});
-    edited.pathSet.paths.append(SurfacePathSet::SurfacePath());
-    edited.selection.setSinglePathActive(1);
-    const PathSetState before = captureState(edited);
-    EXPECT_FALSE(merge({0}));
-    EXPECT_FALSE(merge({}));
-    EXPECT_EQ(captureState(edited), before);
+    set.addVertexPath({0, 2});
+    set.addVertexPath({2, 4});
+    set.pathSet.paths.append(SurfacePathSet::SurfacePath());
+    set.select(1, 0);
+    EXPECT_TRUE(failsWithoutChange(set, merger({0})));
+    EXPECT_TRUE(failsWithoutChange(set, merger({})));
 }
 
-// Ends on the edge from point 2 to point 4 (length 1), a distance `gap` apart.
-class MergeTolerance : public MergePaths {
-  protected:
-    void mergeEndsWithGap(float gap) {
+// Ends on the edge from point 2 to point 4 (length 1): joined when closer than the meet
+// tolerance, and made one node when closer than the duplicate tolerance.
+TEST_F(MergePaths, EndsAreJoinedAndMadeOneNodeByTheirDistance) {
+    const struct {
+        float gap;
+        int numPaths, numNodesOnFirst;
+    } cases[] = {{5e-07f, 1, 3}, {5e-06f, 1, 4}, {5e-05f, 2, 2}};
+    for (auto const& c : cases) {
+        set.pathSet.paths.clear();
         addPathToEdgeNode(0, 2, 4, 0.5f);
-        addPathToEdgeNode(6, 2, 4, 0.5f + gap);
+        addPathToEdgeNode(6, 2, 4, 0.5f + c.gap);
         ASSERT_TRUE(merge({0, 1}));
+        EXPECT_EQ(set.pathSet.getNumPaths(), c.numPaths) << "gap " << c.gap;
+        EXPECT_EQ(set.pathSet.getNumNodesOnPath(0), c.numNodesOnFirst) << "gap " << c.gap;
     }
-};
-
-TEST_F(MergeTolerance, EndsCloserThanTheMeetToleranceAreJoinedButKeptApart) {
-    mergeEndsWithGap(5e-06f);
-    ASSERT_EQ(edited.pathSet.getNumPaths(), 1);
-    EXPECT_EQ(edited.pathSet.getNumNodesOnPath(0), 4) << "both ends stay: farther apart than 1e-06";
 }
 
-TEST_F(MergeTolerance, EndsCloserThanTheDuplicateToleranceBecomeOneNode) {
-    mergeEndsWithGap(5e-07f);
-    ASSERT_EQ(edited.pathSet.getNumPaths(), 1);
-    EXPECT_EQ(edited.pathSet.getNumNodesOnPath(0), 3);
-}
-
-TEST_F(MergeTolerance, EndsFartherThanTheMeetToleranceStaySeparate) {
-    mergeEndsWithGap(5e-05f);
-    EXPECT_EQ(edited.pathSet.getNumPaths(), 2);
-}
-
-TEST_F(MergeTolerance, TheFactorysOwnSettingIsSetAsideAndRestored) {
-    SurfaceNodeFactory& factory = edited.pathSet.nodeFactory;
+TEST_F(MergePaths, TheFactorysOwnToleranceIsSetAsideAndRestored) {
+    SurfaceNodeFactory& factory = set.pathSet.nodeFactory;
     factory.mode = SurfaceNodeFactory::WORLD;
     factory.tolerance = 0.6f;
-    mergeEndsWithGap(0.4f);  // would meet in the editor's own setting
-    EXPECT_EQ(edited.pathSet.getNumPaths(), 2);
+    addPathToEdgeNode(0, 2, 4, 0.5f);
+    addPathToEdgeNode(6, 2, 4, 0.9f);  // would meet in the editor's own setting
+    ASSERT_TRUE(merge({0, 1}));
+    EXPECT_EQ(set.pathSet.getNumPaths(), 2);
     EXPECT_EQ(factory.mode, SurfaceNodeFactory::WORLD);
     EXPECT_EQ(factory.tolerance, 0.6f);
 }
 
-TEST_F(MergePaths, AJoinClearsTheSelection) {
-    addPath({0, 2});
-    addPath({2, 4});
-    edited.selection.setSinglePathActive(1);
-    edited.selection.setActiveCP(edited.nodeAt(1, 1));
-    ASSERT_TRUE(merge({0, 1}));
-    EXPECT_TRUE(edited.selection.noPathSelected());
-    EXPECT_EQ(edited.selection.getActiveCP(), -1);
-}
-
 // The merge drops unused nodes from the table, which renumbers the active control point.
 TEST_F(MergePaths, WithoutAJoinTheActiveCPIsFoundAgainAfterRenumbering) {
-    edited.pathSet.addNode(edited.pathSet.nodeFactory.createVertexNode(7));  // used by no path
-    addPath({0, 2});
-    addPath({4, 6});
-    edited.selection.setSinglePathActive(1);
-    const int oldIndex = edited.nodeAt(1, 1);
-    edited.selection.setActiveCP(oldIndex);
+    set.pathSet.addNode(set.pathSet.nodeFactory.createVertexNode(7));  // used by no path
+    set.addVertexPath({0, 2});
+    set.addVertexPath({4, 6});
+    set.select(1, 1);
+    const int oldIndex = set.nodeAt(1, 1);
     ASSERT_TRUE(merge({0, 1}));
-    EXPECT_EQ(edited.selection.getActiveCP(), edited.nodeAt(1, 1));
-    EXPECT_NE(edited.selection.getActiveCP(), oldIndex);
-    EXPECT_EQ(captureState(edited).activePaths, std::vector<int>{1});
-}
-
-TEST_F(MergePaths, UndoThenRedoRestoresTheAfterStateWithItsSelection) {
-    addPath({0, 2});
-    addPath({4, 2});
-    addPath({5, 7});
-    edited.selection.setSinglePathActive(2);
-    McHandle<PathOperation> op(new PathEditMergePaths(&edited.pathSet, &edited.selection, {0, 1, 2}));
-    EXPECT_EQ(expectUndoRedoRestores(edited, op).paths.size(), 2u);
-}
-
-// A shortest path on a real mesh, cut into three pieces listed out of order, one of them
-// reversed, is joined back into the same line.
-TEST(MergePathsOnMesh, PiecesOfAPathAreJoinedBackIntoIt) {
-    EditedPathSet edited(readMesh("elephant.off"));
-    const Vertices line = shortestVertexPath(edited.surface, 0, edited.surface.getNumPoints() / 2);
-    ASSERT_GE(line.size(), 7u);
-    const size_t cut1 = line.size() / 3, cut2 = 2 * line.size() / 3;
-    Vertices middle(line.begin() + cut1, line.begin() + cut2 + 1);
-    std::reverse(middle.begin(), middle.end());
-    addVertexPath(edited.pathSet, Vertices(line.begin() + cut2, line.end()));
-    addVertexPath(edited.pathSet, Vertices(line.begin(), line.begin() + cut1 + 1));
-    addVertexPath(edited.pathSet, middle);
-
-    McHandle<PathOperation> op(new PathEditMergePaths(&edited.pathSet, &edited.selection, {0, 1, 2}));
-    ASSERT_TRUE(runProtocol(op));
-    ASSERT_EQ(edited.pathSet.getNumPaths(), 1);
-    Vertices joined = verticesOf(edited.pathSet, 0);
-    if (joined.front() != line.front()) std::reverse(joined.begin(), joined.end());
-    EXPECT_EQ(joined, line);
-    EXPECT_EQ(edited.pathSet.getNumNodes(), static_cast<int>(line.size()));
-    EXPECT_TRUE(edited.pathSet.isConsistent(true, nullptr));
+    EXPECT_EQ(set.selection.getActiveCP(), set.nodeAt(1, 1));
+    EXPECT_NE(set.selection.getActiveCP(), oldIndex);
+    EXPECT_EQ(captureState(set).activePaths, std::vector<int>{1});
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 // Surface files: round trips in every format, polygons that must be triangulated properly,
-// broken files that must be refused with their reason, defects that load with a warning,
-// and a real mesh.
+// broken files that must be refused with their reason, and defects that load with a warning.
+// A real mesh is read by the surface tests and the surface script test.
 
-#include "HxFileFormats.h"
 #include "HxInterpreter.h"
 #include "HxMessage.h"
 #include "HxObjectPool.h"
@@ -15,10 +14,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -59,18 +56,14 @@ Surface readCleanly(std::string const& file) {
 
 // Triangles as corner coordinates, each starting at its smallest corner (keeping the
 // orientation), sorted: equal for surfaces of the same geometry whatever the point order.
-std::vector<std::array<float, 9>> geometryOf(Surface const& s) {
-    std::vector<std::array<float, 9>> result;
+using Corners = std::array<std::array<float, 3>, 3>;
+std::vector<Corners> geometryOf(Surface const& s) {
+    std::vector<Corners> result;
     for (Surface::Triangle const& t : s.triangles) {
-        std::array<std::array<float, 3>, 3> corners;
-        for (int i = 0; i < 3; ++i) {
-            McVec3f const& p = s.points[t.points[i]];
-            corners[i] = {p.x, p.y, p.z};
-        }
-        std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()), corners.end());
-        std::array<float, 9> flat;
-        for (int i = 0; i < 9; ++i) flat[i] = corners[i / 3][i % 3];
-        result.push_back(flat);
+        Corners c;
+        for (int i = 0; i < 3; ++i) c[i] = {s.points[t.points[i]].x, s.points[t.points[i]].y, s.points[t.points[i]].z};
+        std::rotate(c.begin(), std::min_element(c.begin(), c.end()), c.end());
+        result.push_back(c);
     }
     std::sort(result.begin(), result.end());
     return result;
@@ -97,10 +90,8 @@ TEST_P(SurfaceRoundTrip, WrittenFileReadsBackAsTheSameGeometry) {
     McString error;
     ASSERT_TRUE(SurfaceIO::write(original, file.c_str(), error)) << error;
     const Surface read = readCleanly(file);
-    EXPECT_EQ(read.getNumPoints(), 8);
     EXPECT_EQ(geometryOf(read), geometryOf(original)) << "coordinates and orientation survive exactly";
     EXPECT_EQ(read.getNumEdges(), 18) << "derived tables are built on reading";
-    EXPECT_EQ(read.normals.size(), 12);
     EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 1) << "no temporary file is left";
 }
 
@@ -114,8 +105,6 @@ TEST_F(SurfaceFiles, SavingReplacesAnExistingFileAndFailsCleanlyWhereItCannotWri
 
     EXPECT_FALSE(SurfaceIO::write(makeQuad(), path("no/such/folder/quad.off").c_str(), error));
     EXPECT_NE(error.find("cannot create"), std::string::npos) << error;
-    EXPECT_FALSE(SurfaceIO::write(makeQuad(), path("quad.xyz").c_str(), error));
-    EXPECT_NE(error.find(".off, .obj, .ply, .stl"), std::string::npos) << error;
 
     Surface broken = makeQuad();
     broken.triangles[1].points[2] = 9;
@@ -139,21 +128,6 @@ TEST_F(SurfaceFiles, NonConvexPolygonIsTriangulatedInsideItsOutline) {
         area += signedAreaInXY(s, t);
     }
     EXPECT_FLOAT_EQ(area, 3);
-}
-
-TEST_F(SurfaceFiles, QuadMeshBecomesAClosedTriangleMesh) {
-    const std::string file = writeFile("box.obj",
-                                       "# unit cube of quads\n"
-                                       "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nv 0 0 1\nv 1 0 1\nv 0 1 1\nv 1 1 1\n"
-                                       "f 1 3 4 2\nf 5 6 8 7\nf 1 2 6 5\nf 3 7 8 4\nf 1 5 7 3\nf 2 4 8 6\n");
-    const Surface s = readCleanly(file);
-    ASSERT_EQ(s.getNumTriangles(), 12);
-    EXPECT_EQ(s.getNumPoints() - s.getNumEdges() + s.getNumTriangles(), 2);
-    for (int t = 0; t < 12; ++t) {
-        int const* p = s.triangles[t].points;
-        const McVec3f centroid = (s.points[p[0]] + s.points[p[1]] + s.points[p[2]]) / 3.0f;
-        EXPECT_GT(s.normals[t].dot(centroid - McVec3f(0.5f, 0.5f, 0.5f)), 0) << "outward like its quad";
-    }
 }
 
 TEST_F(SurfaceFiles, DefectsLoadWithOneWarningThatCountsThem) {
@@ -248,29 +222,5 @@ INSTANTIATE_TEST_SUITE_P(
         std::replace(name.begin(), name.end(), '.', '_');
         return name;
     });
-
-TEST(SurfaceIO, RealMeshLoadsAsAClosedManifold) {
-    HxSurface::registerFileFormats();
-    McString error;
-    HxMessage::getTheMsg()->startCapture();
-    HxData* data = HxFileFormats::read(meshFile("elephant.off").c_str(), error);
-    const McString console = HxMessage::getTheMsg()->stopCapture();
-    ASSERT_NE(data, nullptr) << error;
-    ASSERT_TRUE(data->isOfType(HxSurface::getClassTypeId()));
-    Surface const& s = static_cast<HxSurface*>(data)->surface;
-    EXPECT_EQ(s.getNumPoints(), 2775);
-    EXPECT_EQ(s.getNumTriangles(), 5558);
-    EXPECT_EQ(console.find("Warning"), std::string::npos) << console;
-    EXPECT_EQ(2 * s.getNumEdges(), 3 * s.getNumTriangles());
-    for (int e = 0; e < s.getNumEdges(); ++e) ASSERT_EQ(s.getNumTrianglesOfEdge(e), 2) << "edge " << e;
-    for (int p = 0; p < s.getNumPoints(); ++p) ASSERT_GT(s.pointTriangleStart[p + 1], s.pointTriangleStart[p]);
-    McVec3f min, max;
-    s.getBoundingBox(min, max);
-    for (int k = 0; k < 3; ++k) {
-        EXPECT_TRUE(std::isfinite(min[k]) && std::isfinite(max[k]));
-        EXPECT_LT(min[k], max[k]);
-    }
-    delete data;
-}
 
 }  // namespace

@@ -48,27 +48,26 @@ double lengthAlongEdges(Surface const& s, McDArray<int> const& vertices) {
     return length;
 }
 
+// Read once for all tests.
+Surface& elephant() {
+    static Surface surface = [] {
+        Surface s;
+        McString error, warnings;
+        EXPECT_TRUE(SurfaceIO::read(meshFile("elephant.off").c_str(), s, error, warnings)) << error;
+        return s;
+    }();
+    return surface;
+}
+
 class Elephant : public testing::Test {
   protected:
-    static void SetUpTestSuite() {
-        surface = new Surface;
-        McString error, warnings;
-        ASSERT_TRUE(SurfaceIO::read(meshFile("elephant.off").c_str(), *surface, error, warnings)) << error;
-        set = new SurfacePathSet(surface);
-    }
-    static void TearDownTestSuite() {
-        delete set;
-        delete surface;
-    }
-    static Surface* surface;
-    static SurfacePathSet* set;
+    void SetUp() override { dijkstra.init(&set, nullptr); }
+    Surface* surface = &elephant();
+    SurfacePathSet set{surface};
+    DijkstraConnector dijkstra;
 };
-Surface* Elephant::surface = nullptr;
-SurfacePathSet* Elephant::set = nullptr;
 
 TEST_F(Elephant, PathsAreShortestAsTheReferenceFindsThem) {
-    DijkstraConnector dijkstra;
-    dijkstra.init(set, nullptr);
     std::mt19937 random(7);
     std::uniform_int_distribution<int> anyVertex(0, surface->getNumPoints() - 1);
     for (int source : {0, anyVertex(random), anyVertex(random)}) {
@@ -85,8 +84,6 @@ TEST_F(Elephant, PathsAreShortestAsTheReferenceFindsThem) {
 }
 
 TEST_F(Elephant, ConnectionsBetweenNodesAreNewVertexNodes) {
-    DijkstraConnector dijkstra;
-    dijkstra.init(set, nullptr);
     McHandle<SurfaceNode> a = new SurfaceVertexNode(surface, 10), b = new SurfaceVertexNode(surface, 2000);
     McDArray<McHandle<SurfaceNode>> between;
     ASSERT_TRUE(dijkstra.computeConnection(a, b, between, nullptr));
@@ -105,8 +102,6 @@ TEST_F(Elephant, ConnectionsBetweenNodesAreNewVertexNodes) {
 }
 
 TEST_F(Elephant, ShortConnectionsStayLocal) {
-    DijkstraConnector dijkstra;
-    dijkstra.init(set, nullptr);
     McDArray<int> vertices;
     const int neighbour = surface->edges[0].points[1];
     ASSERT_TRUE(dijkstra.findPath(surface, surface->edges[0].points[0], neighbour, vertices));
@@ -114,16 +109,10 @@ TEST_F(Elephant, ShortConnectionsStayLocal) {
 }
 
 TEST(DijkstraConnector, RefusesWhatItCannotJoin) {
-    // Two triangles that touch nowhere.
-    Surface apart;
-    for (McVec3f p : {McVec3f(0, 0, 0), McVec3f(1, 0, 0), McVec3f(0, 1, 0), McVec3f(5, 0, 0), McVec3f(6, 0, 0),
-                      McVec3f(5, 1, 0)})
-        apart.points.append(p);
-    apart.triangles.resize(2);
-    for (int i = 0; i < 3; ++i) {
-        apart.triangles[0].points[i] = i;
-        apart.triangles[1].points[i] = 3 + i;
-    }
+    Surface apart;  // two triangles that touch nowhere
+    apart.points = {McVec3f(0, 0, 0), McVec3f(1, 0, 0), McVec3f(0, 1, 0),
+                    McVec3f(5, 0, 0), McVec3f(6, 0, 0), McVec3f(5, 1, 0)};
+    apart.triangles = {Surface::Triangle(0, 1, 2), Surface::Triangle(3, 4, 5)};
     SurfacePathSet set(&apart);
     DijkstraConnector dijkstra;
     dijkstra.init(&set, nullptr);
@@ -150,8 +139,7 @@ TEST(DijkstraConnector, FollowsAChangedSurface) {
     EXPECT_EQ(vertices.size(), 4);
 }
 
-TEST(PathConnectorFactory, MakesConnectorsByName) {
-    Surface quad = makeQuad();
+TEST(PathConnectorFactory, MakesConnectorsByNameAndFillsAMenuFromATclList) {
     PathConnector* connector = PathConnectorFactory::createConnector("Dijkstra", nullptr);
     ASSERT_NE(connector, nullptr);
     EXPECT_EQ(connector->getName(), "Dijkstra");
@@ -162,16 +150,12 @@ TEST(PathConnectorFactory, MakesConnectorsByName) {
     EXPECT_EQ(error, "there is no path connector named \"Teleport\"");
     EXPECT_EQ(PathConnectorFactory::createConnector("SurfaceNode", nullptr, error), nullptr)
         << "only connector classes";
-}
-
-TEST(PathConnectorFactory, FillsAMenuFromATclList) {
     HxObject owner;
     HxPortMultiMenu menu(&owner, "connector", 1);
     HxInterpreter::getTheInterpreter().eval("set ::testConnectors {Dijkstra {Two Words}}");
     PathConnectorFactory::initPortConnector(&menu, "::testConnectors");
     ASSERT_EQ(menu.getNum(0), 2);
     EXPECT_STREQ(menu.getLabel(0, 1), "Two Words");
-    EXPECT_EQ(menu.getIndex(0), 0);
     PathConnectorFactory::initPortConnector(&menu, "::noSuchVariable");
     EXPECT_EQ(menu.getNum(0), 0);
     EXPECT_EQ(menu.getIndex(0), -1);

@@ -25,16 +25,12 @@ class Selection : public testing::Test {
     SelectionInfo selection{&set};
 };
 
-TEST_F(Selection, SinglePathMeansEditMode) {
-    EXPECT_TRUE(selection.noPathSelected());
-    EXPECT_EQ(selection.getActivePath(), -1);
+TEST_F(Selection, OnlyASinglePathIsTheActivePathAndPathsAreActiveOnce) {
     selection.setSinglePathActive(1);
-    EXPECT_TRUE(selection.isInEditMode());
     EXPECT_EQ(selection.getActivePath(), 1);
     selection.addToActivePaths(0);
     selection.addToActivePaths(0);
-    EXPECT_EQ(selection.getActivePaths(), McDArray<int>({1, 0}));
-    EXPECT_FALSE(selection.isInEditMode());
+    EXPECT_EQ(selection.getActivePaths(), McDArray<int>({1, 0})) << "a path is active once";
     EXPECT_EQ(selection.getActivePath(), -1) << "with several active paths none is the active one";
     selection.setSinglePathActive(-1);
     EXPECT_TRUE(selection.noPathSelected());
@@ -55,18 +51,6 @@ TEST_F(Selection, ActiveControlPointFollowsItsPath) {
     selection.deselectAll();
     EXPECT_EQ(selection.getActiveCP(), -1);
     EXPECT_TRUE(selection.noPathSelected());
-}
-
-TEST_F(Selection, CopiesAreSnapshots) {
-    selection.setSinglePathActive(0);
-    selection.setActiveCP(0);
-    SelectionInfo snapshot;
-    snapshot = selection;
-    selection.deselectAll();
-    selection = snapshot;
-    EXPECT_EQ(selection.getActivePath(), 0);
-    EXPECT_EQ(selection.getActiveCP(), 0);
-    EXPECT_EQ(selection.getPathSet(), &set);
 }
 
 TEST_F(Selection, SynchronizeDropsWhatTheSetNoLongerHas) {

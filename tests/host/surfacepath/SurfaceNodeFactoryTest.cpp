@@ -7,7 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
+
+// "Vertex 2", "Edge 4": the kind of a node and its element. The handle owns a new node.
+std::string placeOf(McHandle<SurfaceNode> node) {
+    return node ? McString::format("%s %d", node->getTypeName(), node->getElement()) : "no node";
+}
 
 class Factory : public testing::Test {
   protected:
@@ -21,6 +28,9 @@ class Factory : public testing::Test {
         factory.mode = mode;
         factory.tolerance = tolerance;
     }
+    int edge(int p, int q) const { return quad.findEdge(p, q); }
+    // Handles on both sides, so that neither the given node nor a new one leaks.
+    McHandle<SurfaceNode> snap(McHandle<SurfaceNode> node) const { return factory.convertNode(node); }
 
     Surface quad = makeQuad();
     SurfaceNodeFactory factory{&quad};
@@ -33,16 +43,13 @@ TEST_F(Factory, CreateByElementRejectsWhatDoesNotFit) {
     McHandle<SurfaceNode> node = factory.createEdgeNode(4, 0.5f);
     ASSERT_TRUE(node);
     EXPECT_EQ(node->refCount(), 1) << "the caller's handle is the only reference";
-    EXPECT_EQ(node->isControlPoint, 0);
 }
 
 TEST_F(Factory, CreateByPointPicksTheNearestElementOfTheKind) {
-    McHandle<SurfaceNode> vertex = factory.createNode(SurfaceNode::VERTEX, 0, McVec3f(0.9f, 0.2f, 0));
-    EXPECT_EQ(vertex->getKind(), SurfaceNode::VERTEX);
-    EXPECT_EQ(vertex->getElement(), 1);
-    McHandle<SurfaceNode> edge = factory.createNode("Edge", 0, McVec3f(0.25f, -0.5f, 0));
-    EXPECT_EQ(edge->getElement(), quad.findEdge(0, 1));
-    EXPECT_NEAR(edge->getPosition().x, 0.25f, 1e-6f);
+    EXPECT_EQ(placeOf(factory.createNode(SurfaceNode::VERTEX, 0, McVec3f(0.9f, 0.2f, 0))), "Vertex 1");
+    McHandle<SurfaceNode> onEdge = factory.createNode("Edge", 0, McVec3f(0.25f, -0.5f, 0));
+    EXPECT_EQ(onEdge->getElement(), edge(0, 1));
+    EXPECT_NEAR(onEdge->getPosition().x, 0.25f, 1e-6f);
     // A point above the triangle lands on its projection; one beside it on the nearest point.
     McHandle<SurfaceNode> inside = factory.createNode(SurfaceNode::TRIANGLE, 0, McVec3f(0.7f, 0.2f, 3));
     EXPECT_NEAR((inside->getPosition() - McVec3f(0.7f, 0.2f, 0)).length(), 0, 1e-6f);
@@ -54,45 +61,32 @@ TEST_F(Factory, CreateByPointPicksTheNearestElementOfTheKind) {
 
 TEST_F(Factory, BarycentricSnappingMeasuresInWeights) {
     setSnapping(SurfaceNodeFactory::BARYCENTRIC, 0.01f);
-    McHandle<SurfaceNode> nearCorner = triangleNode(0.004f, 0.004f);
-    McHandle<SurfaceNode> snapped = factory.convertNode(nearCorner);
-    EXPECT_EQ(snapped->getKind(), SurfaceNode::VERTEX);
-    EXPECT_EQ(snapped->getElement(), 0);
+    McHandle<SurfaceNode> snapped = snap(triangleNode(0.004f, 0.004f));
+    EXPECT_EQ(placeOf(snapped), "Vertex 0");
     EXPECT_EQ(snapped->isControlPoint, 1) << "the flag survives snapping";
-
-    McHandle<SurfaceNode> nearSide = triangleNode(0.6f, 0.005f);  // close to side 0-1
-    snapped = factory.convertNode(nearSide);
-    ASSERT_EQ(snapped->getKind(), SurfaceNode::EDGE);
-    EXPECT_EQ(snapped->getElement(), quad.findEdge(0, 1));
+    McHandle<SurfaceNode> nearSide = triangleNode(0.6f, 0.005f);
+    snapped = snap(nearSide);
+    EXPECT_EQ(placeOf(snapped), "Edge " + std::to_string(edge(0, 1)));
     EXPECT_NEAR(snapped->getPosition().x, nearSide->getPosition().x, 0.01f);
     EXPECT_EQ(snapped->getPosition().y, 0);
-
     McHandle<SurfaceNode> middle = triangleNode(0.3f, 0.3f);
-    EXPECT_EQ(factory.convertNode(middle), middle.ptr()) << "nothing changes: the same node";
-
-    McHandle<SurfaceNode> edgeEnd = factory.createEdgeNode(quad.findEdge(1, 2), 0.995f);
-    snapped = factory.convertNode(edgeEnd);
-    EXPECT_EQ(snapped->getKind(), SurfaceNode::VERTEX);
-    EXPECT_EQ(snapped->getElement(), 2);
+    EXPECT_EQ(snap(middle).ptr(), middle.ptr()) << "nothing changes: the same node";
+    EXPECT_EQ(placeOf(snap(factory.createEdgeNode(edge(1, 2), 0.995f))), "Vertex 2");
 }
 
 TEST_F(Factory, WorldSnappingMeasuresInDistance) {
     setSnapping(SurfaceNodeFactory::WORLD, 0.05f);
     McHandle<SurfaceNode> nearSide = triangleNode(0.5f, 0.04f);  // 0.04 above side 0-1
-    McHandle<SurfaceNode> onSide = factory.convertNode(nearSide);
-    EXPECT_EQ(onSide->getKind(), SurfaceNode::EDGE);
+    EXPECT_EQ(placeOf(snap(nearSide)), "Edge " + std::to_string(edge(0, 1)));
     setSnapping(SurfaceNodeFactory::WORLD, 0.03f);
-    EXPECT_EQ(factory.convertNode(nearSide), nearSide.ptr());
-    McHandle<SurfaceNode> nearCorner = factory.createEdgeNode(quad.findEdge(0, 1), 0.02f);
-    McHandle<SurfaceNode> snapped = factory.convertNode(nearCorner);
-    EXPECT_EQ(snapped->getKind(), SurfaceNode::VERTEX);
-    EXPECT_EQ(snapped->getElement(), 0);
+    EXPECT_EQ(snap(nearSide).ptr(), nearSide.ptr());
+    EXPECT_EQ(placeOf(snap(factory.createEdgeNode(edge(0, 1), 0.02f))), "Vertex 0");
     McHandle<SurfaceNode> vertex = factory.createVertexNode(3);
-    EXPECT_EQ(factory.convertNode(vertex), vertex.ptr());
+    EXPECT_EQ(snap(vertex).ptr(), vertex.ptr());
 }
 
 TEST_F(Factory, IsEqualUsesTheCurrentSetting) {
-    McHandle<SurfaceNode> a = factory.createEdgeNode(quad.findEdge(0, 1), 0.5f);
+    McHandle<SurfaceNode> a = factory.createEdgeNode(edge(0, 1), 0.5f);
     McHandle<SurfaceNode> b = factory.createTriangleNode(0, 0.5f, 0.00002f);
     setSnapping(SurfaceNodeFactory::BARYCENTRIC, 1e-5f);
     EXPECT_FALSE(factory.isEqual(a, b));
