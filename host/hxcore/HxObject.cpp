@@ -10,13 +10,17 @@
 MC_TYPED_IMPL(HxObject, HxBase)
 
 HxObject::~HxObject() {
+    detachReaders();
+    for (HxPort* port : mPorts) port->detachOwner();
+}
+
+void HxObject::detachReaders() {
     // Objects reading from this one lose their source and are told so.
     while (!mDownstream.empty()) {
         HxConnection* connection = mDownstream.last();
         connection->disconnect();
         if (HxObject* reader = connection->getOwner()) reader->fire();
     }
-    for (HxPort* port : mPorts) port->detachOwner();
 }
 
 void HxObject::setLabel(char const* label) {

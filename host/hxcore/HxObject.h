@@ -52,6 +52,11 @@ class HxObject : public HxBase {
     // Handles `OBJ SUBCMD ...` (argv[0] is the object's name). Returns a Tcl code.
     virtual int parse(Tcl_Interp* interp, int argc, char** argv);
 
+  protected:
+    // Disconnects and fires the objects that read from this one. Data classes call it first
+    // thing in their destructor, so that readers can still look at the data while letting go.
+    void detachReaders();
+
   private:
     friend class HxConnection;
     void addDownstream(HxConnection* connection);

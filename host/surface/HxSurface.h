@@ -13,6 +13,8 @@ class HxSurface : public HxData {
     MC_TYPED_CREATABLE
   public:
     HxSurface() = default;
+    // Path sets on this surface keep a copy of it when it goes, so readers are told first.
+    ~HxSurface() override { detachReaders(); }
 
     Surface surface;
     Surface* getSurface() { return &surface; }

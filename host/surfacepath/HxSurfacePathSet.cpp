@@ -55,32 +55,63 @@ HxDisplaySurfacePathSet* HxSurfacePathSet::getDisplaySurfacePathSet(bool) { retu
 
 void HxSurfacePathSet::update() { followSurface(); }
 
+// Paths are never dropped for a surface change: when the surface goes they stay on a copy
+// of it, and a surface they do not fit is not taken.
 void HxSurfacePathSet::followSurface() {
     HxSurface* source = getSurface();
     Surface* target = source ? source->getSurface() : nullptr;
-    if (target == pathSet.getSurface()) return;
+    Surface* current = pathSet.getSurface();
+    if (target == current || (!target && current && current == mKeptSurface.get())) return;
     mConnectors.clear();
-    const int numPaths = pathSet.getNumPaths();
-    if (!target || pathSet.getNumNodes() == 0) {
-        if (!target && pathSet.getNumNodes() > 0)
-            HxMessage::getTheMsg()->printf("%s: its surface is gone; its %d paths were removed", getLabel(), numPaths);
-        if (!target) pathSet.clear();
+    if (pathSet.getNumNodes() == 0 || !current) {
         pathSet.setSurface(target);
+        mKeptSurface.reset();
         return;
     }
+    if (!target) return keepOnCopyOfSurface();
+    int badNode = -1;
+    McString problem;
+    if (!nodesFit(target, badNode, problem)) {
+        HxSurface* previous = surfaceObjectOf(current);
+        HxMessage::getTheMsg()->printf("%s: its %d paths do not fit surface %s (node %d: %s); it stays on %s", getLabel(),
+                                       pathSet.getNumPaths(), source->getLabel(), badNode, problem.c_str(),
+                                       previous ? previous->getLabel() : "the copy of its former surface");
+        surface.connect(previous);
+        return;
+    }
+    pathSet.copyData(pathSet, target);  // moves the nodes onto the new surface
+    mKeptSurface.reset();
+}
+
+bool HxSurfacePathSet::nodesFit(Surface* target, int& badNode, McString& problem) const {
     SurfaceNodeFactory::prepareSurface(target);
     for (int i = 0; i < pathSet.getNumNodes(); ++i) {
         McHandle<SurfaceNode> moved = pathSet.nodes[i] ? pathSet.nodes[i]->copy(target) : nullptr;
-        McString problem = "it is missing";
+        problem = "it is missing";
         if (!moved || !moved->validate(problem)) {
-            HxMessage::getTheMsg()->printf("%s: its %d paths do not fit surface %s (node %d: %s); they were removed",
-                                           getLabel(), numPaths, source->getLabel(), i, problem.c_str());
-            pathSet.clear();
-            pathSet.setSurface(target);
-            return;
+            badNode = i;
+            return false;
         }
     }
-    pathSet.copyData(pathSet, target);
+    return true;
+}
+
+void HxSurfacePathSet::keepOnCopyOfSurface() {
+    auto copy = std::make_unique<Surface>();
+    copy->copyData(*pathSet.getSurface());
+    pathSet.copyData(pathSet, copy.get());
+    mKeptSurface = std::move(copy);
+    HxMessage::getTheMsg()->printf(
+        "%s: its surface is gone; its %d paths are kept on a copy of it (connect a surface to move them there)",
+        getLabel(), pathSet.getNumPaths());
+}
+
+HxSurface* HxSurfacePathSet::surfaceObjectOf(Surface const* surfaceData) {
+    for (HxObject* object : HxObjectPool::getTheObjectPool().getObjectsOfType(HxSurface::getClassTypeId())) {
+        auto* candidate = static_cast<HxSurface*>(object);
+        if (candidate->getSurface() == surfaceData) return candidate;
+    }
+    return nullptr;
 }
 
 PathConnector* HxSurfacePathSet::getConnector(char const* name, McString& error) {
@@ -100,7 +131,8 @@ void HxSurfacePathSet::changed() {
 bool HxSurfacePathSet::saveFile(char const* fileName, McString& error) {
     HxSurface* source = getSurface();
     if (!source) {
-        error = "it has no surface";
+        error = mKeptSurface ? "its surface was removed; load it again and connect it before saving"
+                             : "it has no surface";
         return false;
     }
     if (!*source->getFileName()) {

@@ -54,6 +54,12 @@ class HxSurfacePathSet : public HxData {
   private:
     // Brings the path set onto the connected surface after the connection changed.
     void followSurface();
+    // True when every node has a counterpart on `target`; else names the first that has not.
+    bool nodesFit(Surface* target, int& badNode, McString& problem) const;
+    // Moves the nodes onto a private copy of their surface, which is about to go.
+    void keepOnCopyOfSurface();
+    // The surface object that holds `surfaceData`, or null.
+    static HxSurface* surfaceObjectOf(Surface const* surfaceData);
     // A connector of the given name for this set, made on first use and kept.
     PathConnector* getConnector(char const* name, McString& error);
     void changed();
@@ -69,4 +75,6 @@ class HxSurfacePathSet : public HxData {
     static int usageError(Tcl_Interp* interp, char const* name, char const* usage);
 
     std::map<std::string, std::unique_ptr<PathConnector>> mConnectors;
+    // The copy the paths lie on after their surface was removed (null otherwise).
+    std::unique_ptr<Surface> mKeptSurface;
 };

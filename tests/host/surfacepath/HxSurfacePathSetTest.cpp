@@ -122,16 +122,31 @@ TEST_F(PathSetCommands, PathsFollowTheSurfaceConnection) {
     HxMessage::getTheMsg()->startCapture();
     eval("PS surface connect small");
     const McString message = HxMessage::getTheMsg()->stopCapture();
-    EXPECT_EQ(eval("PS getNumPaths"), "0");
     EXPECT_NE(message.find("PS: its 1 paths do not fit surface small (node 1: vertex 13 does not exist"), std::string::npos)
         << message;
-    eval("PS addPath v:0 v:2");
+    EXPECT_EQ(eval("PS surface source"), "wide") << "a surface the paths do not fit is not taken";
+    EXPECT_EQ(eval("PS getNumPaths"), "1");
+}
+
+// Removing the surface once removed every path lying on it.
+TEST_F(PathSetCommands, PathsOutliveTheirSurfaceOnACopyOfIt) {
+    eval("PS surface connect strip");
+    eval("PS addPath v:0 v:13");
+    const std::string node = eval("PS getNode 1");
     HxMessage::getTheMsg()->startCapture();
-    eval("remove small");
-    EXPECT_NE(HxMessage::getTheMsg()->stopCapture().find("PS: its surface is gone; its 1 paths were removed"),
+    eval("remove strip");
+    EXPECT_NE(HxMessage::getTheMsg()->stopCapture().find("PS: its surface is gone; its 1 paths are kept on a copy of it"),
               std::string::npos);
-    EXPECT_EQ(eval("PS getNumNodes"), "0");
     EXPECT_EQ(ps->getSurface(), nullptr);
+    EXPECT_EQ(eval("PS getNode 1"), node) << "the node still knows its place";
+    const std::string refusal = eval("PS save " + file("never.json"));
+    EXPECT_TRUE(failed);
+    EXPECT_NE(refusal.find("its surface was removed"), std::string::npos) << refusal;
+    eval("create HxSurface again");
+    static_cast<HxSurface*>(pool().findObject("again"))->surface = makeStrip(16);
+    eval("PS surface connect again");
+    EXPECT_EQ(ps->pathSet.getNode(1)->getSurface(), &static_cast<HxSurface*>(pool().findObject("again"))->surface);
+    EXPECT_EQ(eval("PS getNode 1"), node);
 }
 
 }  // namespace
