@@ -73,8 +73,8 @@ void HxSurfacePathSet::followSurface() {
     McString problem;
     if (!nodesFit(target, badNode, problem)) {
         HxSurface* previous = surfaceObjectOf(current);
-        HxMessage::getTheMsg()->printf("%s: its %d paths do not fit surface %s (node %d: %s); it stays on %s", getLabel(),
-                                       pathSet.getNumPaths(), source->getLabel(), badNode, problem.c_str(),
+        HxMessage::getTheMsg()->printf("%s: its paths do not fit surface %s (node %d: %s); it stays on %s", getLabel(),
+                                       source->getLabel(), badNode, problem.c_str(),
                                        previous ? previous->getLabel() : "the copy of its former surface");
         surface.connect(previous);
         return;
@@ -102,8 +102,8 @@ void HxSurfacePathSet::keepOnCopyOfSurface() {
     pathSet.copyData(pathSet, copy.get());
     mKeptSurface = std::move(copy);
     HxMessage::getTheMsg()->printf(
-        "%s: its surface is gone; its %d paths are kept on a copy of it (connect a surface to move them there)",
-        getLabel(), pathSet.getNumPaths());
+        "%s: its surface is gone; its paths are kept on a copy of it (connect a surface to move them there)",
+        getLabel());
 }
 
 HxSurface* HxSurfacePathSet::surfaceObjectOf(Surface const* surfaceData) {
