@@ -6,6 +6,7 @@
 #include <cassert>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <new>
 #include <utility>
@@ -88,14 +89,16 @@ class McDArray {
     void insert(int64_t pos, int64_t n, T const* values) {
         assert(pos >= 0 && pos <= mCount && n >= 0);
         if (n <= 0) return;
-        McDArray copies;  // values may point into this array
-        copies.reallocate(n);
-        for (int64_t i = 0; i < n; ++i) new (copies.mData + i) T(values[i]);
-        copies.mCount = n;
+        if (pointsIntoThis(values)) {  // the shift below would overwrite the source: copy it first
+            McDArray copies;
+            copies.append(n, values);
+            insert(pos, n, copies.mData);
+            return;
+        }
         if (mCount + n > mCapacity) reallocate(grownCapacity(mCount + n));
         std::uninitialized_default_construct_n(mData + mCount, n);
-        std::move_backward(mData + pos, mData + mCount, mData + mCount + n);
-        std::move(copies.mData, copies.mData + n, mData + pos);
+        for (int64_t i = mCount - 1; i >= pos; --i) mData[i + n] = std::move(mData[i]);
+        for (int64_t i = 0; i < n; ++i) mData[pos + i] = values[i];
         mCount += n;
     }
 
@@ -134,6 +137,9 @@ class McDArray {
     }
 
   private:
+    bool pointsIntoThis(T const* p) const {
+        return std::less_equal<T const*>()(mData, p) && std::less<T const*>()(p, mData + mCount);
+    }
     int64_t grownCapacity(int64_t needed) const {
         return std::max(needed, mCount + mCount / 2);
     }
