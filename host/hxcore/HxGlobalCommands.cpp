@@ -9,6 +9,7 @@
 #include "HxObject.h"
 #include "HxObjectPool.h"
 #include "HxResources.h"
+#include "HxViewerCommand.h"
 
 #include <cstring>
 #include <string>
@@ -158,4 +159,5 @@ void HxGlobalCommands::install() {
                "dso declare LIBSTEM CLASS ?CLASS ...? | dso open LIBSTEM | dso loaded | dso classes"
                "  -- plug-in libraries and the classes they hold");
     addCommand("help", helpCmd, "help ?COMMAND?  -- list the commands with their usage");
+    HxViewerCommand::install();
 }

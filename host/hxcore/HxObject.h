@@ -1,20 +1,23 @@
 #pragma once
 // HxObject: a data object or module in the object pool. Its Tcl command is its label.
 //
-// The object keeps plain pointers to its ports (their creators own them) and to the
+// Objects are reference counted: the object pool holds one reference, and anyone who must
+// keep an object alive beyond its removal from the pool (an editor's display modules) holds
+// an McHandle. The object keeps plain pointers to its ports (their creators own them) and to the
 // connections of other objects that read from it (downstream). fire() runs this object's
 // update() with the ports' new-value flags, clears them, and then fires every object
 // downstream whose connection points here.
 
 #include "HxBase.h"
 #include "McDArray.h"
+#include "McHandable.h"
 
 #include <tcl.h>
 
 class HxPort;
 class HxConnection;
 
-class HxObject : public HxBase {
+class HxObject : public HxBase, public McHandable {
     MC_TYPED_HEADER(HxObject)
   public:
     HxObject() = default;

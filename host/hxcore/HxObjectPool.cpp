@@ -25,6 +25,7 @@ void HxObjectPool::addObject(HxObject* object) {
     if (!object || contains(object)) return;
     object->HxBase::setLabel(makeUniqueLabel(object->getLabel()[0] ? object->getLabel() : "Object").c_str());
     mObjects.append(object);
+    object->ref();
     HxInterpreter::getTheInterpreter().addCommand(object->getLabel(), objectCommand, object);
 }
 
@@ -33,7 +34,7 @@ void HxObjectPool::removeObject(HxObject* object) {
     if (i < 0) return;
     mObjects.remove(i);
     HxInterpreter::getTheInterpreter().removeCommand(object->getLabel());
-    delete object;
+    object->unref();
 }
 
 void HxObjectPool::removeAll() {

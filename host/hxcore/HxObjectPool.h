@@ -1,6 +1,7 @@
 #pragma once
-// HxObjectPool: every data object and module the user can see. The pool owns its objects:
-// removing one deletes it. Each object's label is unique in the pool and is the name of its
+// HxObjectPool: every data object and module the user can see. The pool holds one reference
+// on each of its objects: removing one drops it, which deletes it unless a handle elsewhere
+// still holds it. Each object's label is unique in the pool and is the name of its
 // Tcl command.
 
 #include "McDArray.h"
@@ -16,7 +17,7 @@ class HxObjectPool {
 
     // Takes ownership; makes the label unique and creates the object's Tcl command.
     void addObject(HxObject* object);
-    // Deletes the object and its command.
+    // Removes the object and its command, and drops the pool's reference.
     void removeObject(HxObject* object);
     void removeAll();
 
