@@ -41,6 +41,7 @@ demo: deps build
 bench: build
 	$(BUILD)/bin/surfpath_bench
 	$(BUILD)/bin/operations_bench
+	$(BUILD)/bin/viewer_bench
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)
