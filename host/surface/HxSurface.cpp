@@ -1,5 +1,7 @@
 #include "HxSurface.h"
 
+#include "HxDisplayModules.h"
+#include "HxDisplaySurface.h"
 #include "HxFileFormats.h"
 #include "HxInterpreter.h"
 #include "HxMessage.h"
@@ -43,8 +45,18 @@ HxData* HxSurface::readFile(char const* fileName, McString& error) {
 
 void HxSurface::registerFileFormats() {
     initClass();
+    HxDisplaySurface::initClass();
     for (SurfaceIO::Format const& format : SurfaceIO::getFormats())
         HxFileFormats::registerReader(format.extension, format.description, &HxSurface::readFile);
+}
+
+HxDisplaySurface* HxSurface::getDisplaySurface(bool create) {
+    McDArray<HxModule*> displays = HxDisplayModules::find(this, HxDisplaySurface::getClassTypeId());
+    if (!displays.empty()) return static_cast<HxDisplaySurface*>(displays[0]);
+    if (!create) return nullptr;
+    auto* display = new HxDisplaySurface;
+    HxDisplayModules::add(display, this);
+    return display;
 }
 
 int HxSurface::getIndexArg(Tcl_Interp* interp, char const* what, char const* text, int count, int& index) const {
@@ -58,8 +70,8 @@ int HxSurface::getIndexArg(Tcl_Interp* interp, char const* what, char const* tex
 
 int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
     char const* cmd = argc >= 2 ? argv[1] : "";
-    char const* const queries[] = {"getNumPoints", "getNumTriangles", "getNumEdges", "getBoundingBox"};
-    for (char const* query : queries)
+    char const* const withoutArguments[] = {"getNumPoints", "getNumTriangles", "getNumEdges", "getBoundingBox", "show", "hide"};
+    for (char const* query : withoutArguments)
         if (!strcmp(cmd, query) && argc != 2)
             return cmdError(interp, HX_CMD_WRONG_ARGS, McString::format("%s %s", argv[0], query).c_str());
     if (!strcmp(cmd, "getNumPoints")) {
@@ -79,6 +91,14 @@ int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
         McVec3f min, max;
         surface.getBoundingBox(min, max);
         setDoublesResult(interp, {min.x, min.y, min.z, max.x, max.y, max.z});
+        return TCL_OK;
+    }
+    if (!strcmp(cmd, "show")) {
+        Tcl_SetResult(interp, const_cast<char*>(getDisplaySurface(true)->getLabel()), TCL_VOLATILE);
+        return TCL_OK;
+    }
+    if (!strcmp(cmd, "hide")) {
+        HxDisplayModules::remove(this, HxDisplaySurface::getClassTypeId());
         return TCL_OK;
     }
     if (!strcmp(cmd, "getPoint")) {

@@ -3,10 +3,13 @@
 //
 // Tcl commands for scripts, besides those of every data object:
 //   getNumPoints, getNumTriangles, getNumEdges, getPoint I (x y z), getTriangle I (three point
-//   indices), getBoundingBox (xmin ymin zmin xmax ymax zmax).
+//   indices), getBoundingBox (xmin ymin zmin xmax ymax zmax),
+//   show (finds or makes its display module and returns its name), hide (removes its displays).
 
 #include "HxData.h"
 #include "Surface.h"
+
+class HxDisplaySurface;
 
 class HxSurface : public HxData {
     MC_TYPED_HEADER(HxSurface)
@@ -20,6 +23,10 @@ class HxSurface : public HxData {
     Surface* getSurface() { return &surface; }
     Surface const* getSurface() const { return &surface; }
 
+    // The first display module reading this surface; with `create`, one is made (labelled
+    // "<label>-display", in the object pool, shown) when there is none. Else null.
+    HxDisplaySurface* getDisplaySurface(bool create);
+
     // Writes in the format named by the file's extension (.off, .obj, .ply, .stl).
     bool saveFile(char const* fileName, McString& error) override;
     int parse(Tcl_Interp* interp, int argc, char** argv) override;
@@ -28,7 +35,7 @@ class HxSurface : public HxData {
     // `error`. Defects of the data that do not stop loading are printed as one warning.
     static HxData* readFile(char const* fileName, McString& error);
     // Registers readFile for every surface extension with HxFileFormats (and the class, so
-    // that `create HxSurface` finds it). Safe to call more than once.
+    // that `create HxSurface` finds it, and its display module). Safe to call more than once.
     static void registerFileFormats();
 
   private:

@@ -1,5 +1,7 @@
 #include "HxSurfacePathSet.h"
 
+#include "HxDisplayModules.h"
+#include "HxDisplaySurfacePathSet.h"
 #include "HxFileFormats.h"
 #include "HxInterpreter.h"
 #include "HxMessage.h"
@@ -51,7 +53,14 @@ bool HxSurfacePathSet::connectSurface(HxSurface* surfaceObject) {
     return connected;
 }
 
-HxDisplaySurfacePathSet* HxSurfacePathSet::getDisplaySurfacePathSet(bool) { return nullptr; }
+HxDisplaySurfacePathSet* HxSurfacePathSet::getDisplaySurfacePathSet(bool create) {
+    McDArray<HxModule*> displays = HxDisplayModules::find(this, HxDisplaySurfacePathSet::getClassTypeId());
+    if (!displays.empty()) return static_cast<HxDisplaySurfacePathSet*>(displays[0]);
+    if (!create) return nullptr;
+    auto* display = new HxDisplaySurfacePathSet;
+    HxDisplayModules::add(display, this);
+    return display;
+}
 
 void HxSurfacePathSet::update() { followSurface(); }
 
@@ -175,6 +184,7 @@ HxData* HxSurfacePathSet::readFile(char const* fileName, McString& error) {
 
 void HxSurfacePathSet::registerFileFormats() {
     initClass();
+    HxDisplaySurfacePathSet::initClass();
     HxFileFormats::registerReader("json", "surface path set", &HxSurfacePathSet::readFile);
 }
 
@@ -184,7 +194,8 @@ namespace {
 
 char const* const kCommands =
     "getNumPaths, getNumNodes, getPath I, getNode I, isClosed I, getLength I, getSelection, addPath NODE..., "
-    "connect PATH FROM TO CONNECTOR, removeDuplicateNodes TOL, isConsistent, export FILE, save FILE, getLabel, "
+    "connect PATH FROM TO CONNECTOR, removeDuplicateNodes TOL, isConsistent, export FILE, show, hide, save FILE, "
+    "getLabel, "
     "setLabel, fire, getTypeId, getPorts, or a port name";
 
 bool isBaseCommand(char const* cmd) {
@@ -289,10 +300,21 @@ int HxSurfacePathSet::getNodeCmd(Tcl_Interp* interp, int index) {
 
 // The selection lives in the set's display module; without one nothing is selected.
 int HxSurfacePathSet::getSelectionCmd(Tcl_Interp* interp) {
+    HxDisplaySurfacePathSet* display = getDisplaySurfacePathSet(false);
+    SelectionInfo const none;
+    SelectionInfo const& selection = display ? display->getSelectionInfo() : none;
+    Tcl_Obj* paths = Tcl_NewListObj(0, nullptr);
+    for (int path : selection.getActivePaths()) Tcl_ListObjAppendElement(interp, paths, Tcl_NewIntObj(path));
     Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
-    Tcl_ListObjAppendElement(interp, list, Tcl_NewListObj(0, nullptr));
-    Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(-1));
+    Tcl_ListObjAppendElement(interp, list, paths);
+    Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(selection.getActiveCP()));
     Tcl_SetObjResult(interp, list);
+    return TCL_OK;
+}
+
+int HxSurfacePathSet::showCmd(Tcl_Interp* interp) {
+    if (HxSurface* source = getSurface()) source->getDisplaySurface(true);  // the paths are seen on it
+    Tcl_SetResult(interp, const_cast<char*>(getDisplaySurfacePathSet(true)->getLabel()), TCL_VOLATILE);
     return TCL_OK;
 }
 
@@ -320,6 +342,12 @@ int HxSurfacePathSet::parseEdit(Tcl_Interp* interp, int argc, char** argv, bool&
         const bool consistent = pathSet.isConsistent(true, nullptr, problem);
         if (!consistent) HxMessage::getTheMsg()->printf("%s is inconsistent: %s", getLabel(), problem.c_str());
         Tcl_SetObjResult(interp, Tcl_NewBooleanObj(consistent));
+        return TCL_OK;
+    }
+    if (!strcmp(cmd, "show")) return argc == 2 ? showCmd(interp) : usage(cmd);
+    if (!strcmp(cmd, "hide")) {
+        if (argc != 2) return usage(cmd);
+        HxDisplayModules::remove(this, HxDisplaySurfacePathSet::getClassTypeId());
         return TCL_OK;
     }
     if (!strcmp(cmd, "export")) {

@@ -9,7 +9,9 @@
 // Tcl commands for scripts, besides those of every data object (`save FILE`, ports):
 //   getNumPaths, getNumNodes, getPath I, getNode I, isClosed I, getLength I, getSelection,
 //   addPath NODE..., connect PATH FROM TO CONNECTOR, removeDuplicateNodes TOL,
-//   isConsistent, export FILE.obj|FILE.vtk
+//   isConsistent, export FILE.obj|FILE.vtk,
+//   show (finds or makes the set's display and returns its name; also shows the surface if it
+//   has no display, so that the paths are seen on it), hide (removes the set's display).
 
 #include "HxConnection.h"
 #include "HxData.h"
@@ -37,7 +39,8 @@ class HxSurfacePathSet : public HxData {
     HxSurface* getSurface() const;
     // Connects the surface (null disconnects) and brings the path set onto it.
     bool connectSurface(HxSurface* surfaceObject);
-    // The display module of this set; none exists yet, so null.
+    // The display module reading this set; with `create`, one is made (labelled
+    // "<label>-display", in the object pool, shown) when there is none. Else null.
     HxDisplaySurfacePathSet* getDisplaySurfacePathSet(bool create);
 
     void update() override;
@@ -70,6 +73,7 @@ class HxSurfacePathSet : public HxData {
     int connectCmd(Tcl_Interp* interp, int argc, char** argv);
     int getNodeCmd(Tcl_Interp* interp, int node);
     int getSelectionCmd(Tcl_Interp* interp);
+    int showCmd(Tcl_Interp* interp);
     int indexArg(Tcl_Interp* interp, char const* what, char const* text, int count, int& index) const;
     int needSurface(Tcl_Interp* interp) const;
     static int usageError(Tcl_Interp* interp, char const* name, char const* usage);

@@ -1,0 +1,21 @@
+#pragma once
+// HxDisplayModules: the display modules that read a data object through their data port, as
+// the `show` and `hide` commands of surfaces and path sets find, make and remove them.
+
+#include "McDArray.h"
+
+class HxModule;
+class HxObject;
+class McTypeInfo;
+
+class HxDisplayModules {
+  public:
+    // The modules of class `type` whose data port reads `data`, in connection order.
+    static McDArray<HxModule*> find(HxObject const* data, McTypeInfo const* type);
+    // Labels `display` "<data label>-display", connects its data port to `data`, adds it to
+    // the object pool (which takes it over) and fires it, so that it shows the data.
+    static void add(HxModule* display, HxObject* data);
+    // Disconnects the modules of class `type` from `data`, so that they show nothing even if
+    // something else still holds one, and removes them from the object pool.
+    static void remove(HxObject* data, McTypeInfo const* type);
+};
