@@ -70,7 +70,8 @@ int HxSurface::getIndexArg(Tcl_Interp* interp, char const* what, char const* tex
 
 int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
     char const* cmd = argc >= 2 ? argv[1] : "";
-    char const* const withoutArguments[] = {"getNumPoints", "getNumTriangles", "getNumEdges", "getBoundingBox", "show", "hide"};
+    char const* const withoutArguments[] = {"getNumPoints", "getNumTriangles", "getNumEdges",
+                                            "getBoundingBox", "show", "hide"};
     for (char const* query : withoutArguments)
         if (!strcmp(cmd, query) && argc != 2)
             return cmdError(interp, HX_CMD_WRONG_ARGS, McString::format("%s %s", argv[0], query).c_str());

@@ -186,7 +186,9 @@ void SoSurfaceMeshShape::rayPick(SoRayPickAction* action) {
         return;
     }
     TriangleBoxTree::Hit hit;
-    auto between = [&](TriangleBoxTree::Hit const& h) { return bool(action->isBetweenPlanes(pointOf(h.triangle, h.u, h.v))); };
+    auto between = [&](TriangleBoxTree::Hit const& h) {
+        return bool(action->isBetweenPlanes(pointOf(h.triangle, h.u, h.v)));
+    };
     if (!tree.nearestHit(origin, direction, between, hit)) return;
     const SbVec3f point = pointOf(hit.triangle, hit.u, hit.v);
     if (!yieldsToEarlierHit(action, point)) addPick(action, hit.triangle, point, hit.front);

@@ -220,7 +220,8 @@ int HxDisplaySurfacePathSet::computePathIndexFromInventorSegmentIndex(int part) 
 SoControlPointSeparator* HxDisplaySurfacePathSet::findControlPoint(SoPath const* path) {
     for (int i = path ? path->getLength() - 1 : -1; i >= 0; --i) {
         SoNode* node = path->getNode(i);
-        if (node->isOfType(SoControlPointSeparator::getClassTypeId())) return static_cast<SoControlPointSeparator*>(node);
+        if (node->isOfType(SoControlPointSeparator::getClassTypeId()))
+            return static_cast<SoControlPointSeparator*>(node);
     }
     return nullptr;
 }

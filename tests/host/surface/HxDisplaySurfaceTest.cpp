@@ -11,6 +11,8 @@
 #include "TestSurfaces.h"
 
 #include <Inventor/SoPath.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/details/SoFaceDetail.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -18,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -69,6 +72,21 @@ TEST_F(HxDisplaySurfaceTest, PicksNameTheTriangleUnderThePoint) {
     display->describePick(*pickAtCentreOf(5), interp, words);
     EXPECT_EQ(std::string(Tcl_GetString(words)), "triangle 5");
     Tcl_DecrRefCount(words);
+}
+
+// Actions other than rendering and picking see every triangle with its own index.
+void collectTriangle(void* data, SoCallbackAction*, SoPrimitiveVertex const* v0, SoPrimitiveVertex const*,
+                     SoPrimitiveVertex const*) {
+    static_cast<std::vector<int>*>(data)->push_back(static_cast<SoFaceDetail const*>(v0->getDetail())->getFaceIndex());
+}
+
+TEST_F(HxDisplaySurfaceTest, CallbackActionsSeeEveryTriangle) {
+    std::vector<int> faces;
+    SoCallbackAction action;
+    action.addTriangleCallback(SoSurfaceMeshShape::getClassTypeId(), collectTriangle, &faces);
+    action.apply(display->getSceneNode());
+    ASSERT_EQ(faces.size(), 12u);
+    for (int t = 0; t < 12; ++t) EXPECT_EQ(faces[size_t(t)], t);
 }
 
 TEST_F(HxDisplaySurfaceTest, FollowsItsSurface) {

@@ -83,18 +83,18 @@ TEST_F(HxDisplaySurfacePathSetTest, LinePicksNameThePathAndTheSegment) {
     // From a slant the line still wins beside it, where the surface lies nearer.
     viewer->getCamera()->orientation.setValue(SbRotation(SbVec3f(1, 0, 0), 1.1f));
     viewer->viewAll();
-    for (float dy : {-2.0f, 2.0f}) EXPECT_EQ(tail(pickAt(McVec3f(6.5f, 0.5f, 0), 2, dy), "path"), "path 2 segment 2 line 1 part 4");
+    for (float dy : {-2.0f, 2.0f})
+        EXPECT_EQ(tail(pickAt(McVec3f(6.5f, 0.5f, 0), 2, dy), "path"), "path 2 segment 2 line 1 part 4");
 
     const int lastNode = set->pathSet.paths[2].nodeIndices.last();
     EXPECT_EQ(tail(pickAt(McVec3f(7, 1, 0)), "controlPoint"), "controlPoint " + std::to_string(lastNode) + " path 2");
-    SoPickedPoint const* picked = viewer->pick(0, 0);
-    EXPECT_EQ(picked, nullptr);
     float sx, sy;
     viewer->project(McVec3f(7, 1, 0), sx, sy);
-    SoControlPointSeparator* marker = HxDisplaySurfacePathSet::findControlPoint(viewer->pick(sx, sy)->getPath());
+    SoPath const* path = viewer->pick(sx, sy)->getPath();
+    SoControlPointSeparator* marker = HxDisplaySurfacePathSet::findControlPoint(path);
     ASSERT_NE(marker, nullptr);
     EXPECT_EQ(marker->getNodeIndex(), lastNode);
-    EXPECT_TRUE(viewer->pick(sx, sy)->getPath()->containsNode(display->getControlPointNode()));
+    EXPECT_TRUE(path->containsNode(display->getControlPointNode()));
 }
 
 // Cube points: x + 2y + 4z at (x, y, z). Seen from +z, path 0 runs on the front side (z = 1),
@@ -106,16 +106,22 @@ TEST_F(HxDisplaySurfacePathSetTest, TheNearestThingWins) {
     EXPECT_EQ(behind.rfind("object S-display", 0), 0u) << "the back path hides behind the front side: " << behind;
 }
 
-TEST_F(HxDisplaySurfacePathSetTest, LinesOnTheSurfaceAreDrawnOverIt) {
-    makeScene(makeStrip(12), {"v:1 v:4 v:7"});
+TEST_F(HxDisplaySurfacePathSetTest, LinesOnTheSurfaceAreDrawnOverItInTheirPathsColours) {
+    makeScene(makeStrip(12), {"v:1 v:4 v:7", "v:8 v:11"});
+    display->getSelectionInfo().setSinglePathActive(1);
+    display->refresh();
+    auto pixelAt = [&](McVec3f const& p) {
+        float sx, sy;
+        viewer->project(p, sx, sy);
+        return viewer->getImage() + 4 * (size_t(sy) * 400 + size_t(sx));
+    };
     for (char const* style : {"0", "3"}) {
         eval(std::string("S-display drawStyle setValue ") + style + "; S-display fire");
         viewer->redraw();
-        float sx, sy;
-        viewer->project(McVec3f(1.0f, 0.5f, 0), sx, sy);
-        unsigned char const* pixel = viewer->getImage() + 4 * (size_t(sy) * 400 + size_t(sx));
-        EXPECT_GT(pixel[0], 200) << "style " << style << ": orange, not grey";
-        EXPECT_LT(pixel[2], 100) << "style " << style;
+        unsigned char const* ordinary = pixelAt(McVec3f(1.0f, 0.5f, 0));
+        EXPECT_TRUE(ordinary[0] > 200 && ordinary[2] < 100) << "style " << style << ": orange, not grey";
+        unsigned char const* active = pixelAt(McVec3f(4.5f, 0.5f, 0));
+        EXPECT_TRUE(active[0] < 100 && active[2] > 200) << "style " << style << ": cyan";
     }
 }
 
