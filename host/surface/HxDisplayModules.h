@@ -12,6 +12,17 @@ class HxDisplayModules {
   public:
     // The modules of class `type` whose data port reads `data`, in connection order.
     static McDArray<HxModule*> find(HxObject const* data, McTypeInfo const* type);
+    // The first display of class Display reading `data`; with `create`, a new one (see add)
+    // when there is none. Else null.
+    template <class Display>
+    static Display* findOrAdd(HxObject* data, bool create) {
+        McDArray<HxModule*> displays = find(data, Display::getClassTypeId());
+        if (!displays.empty()) return static_cast<Display*>(displays[0]);
+        if (!create) return nullptr;
+        auto* display = new Display;
+        add(display, data);
+        return display;
+    }
     // Labels `display` "<data label>-display", connects its data port to `data`, adds it to
     // the object pool (which takes it over) and fires it, so that it shows the data.
     static void add(HxModule* display, HxObject* data);

@@ -51,12 +51,7 @@ void HxSurface::registerFileFormats() {
 }
 
 HxDisplaySurface* HxSurface::getDisplaySurface(bool create) {
-    McDArray<HxModule*> displays = HxDisplayModules::find(this, HxDisplaySurface::getClassTypeId());
-    if (!displays.empty()) return static_cast<HxDisplaySurface*>(displays[0]);
-    if (!create) return nullptr;
-    auto* display = new HxDisplaySurface;
-    HxDisplayModules::add(display, this);
-    return display;
+    return HxDisplayModules::findOrAdd<HxDisplaySurface>(this, create);
 }
 
 int HxSurface::getIndexArg(Tcl_Interp* interp, char const* what, char const* text, int count, int& index) const {

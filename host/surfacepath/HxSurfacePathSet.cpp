@@ -54,12 +54,7 @@ bool HxSurfacePathSet::connectSurface(HxSurface* surfaceObject) {
 }
 
 HxDisplaySurfacePathSet* HxSurfacePathSet::getDisplaySurfacePathSet(bool create) {
-    McDArray<HxModule*> displays = HxDisplayModules::find(this, HxDisplaySurfacePathSet::getClassTypeId());
-    if (!displays.empty()) return static_cast<HxDisplaySurfacePathSet*>(displays[0]);
-    if (!create) return nullptr;
-    auto* display = new HxDisplaySurfacePathSet;
-    HxDisplayModules::add(display, this);
-    return display;
+    return HxDisplayModules::findOrAdd<HxDisplaySurfacePathSet>(this, create);
 }
 
 void HxSurfacePathSet::update() { followSurface(); }
