@@ -99,12 +99,15 @@ void HxController::redrawAll() {
 
 // === Geometry
 
-bool HxController::addGeometry(HxModule* owner, SoNode* node) {
+bool HxController::addGeometry(HxModule* owner, SoNode* node, bool inFront) {
     if (!node) return false;
     for (GeometryEntry const& entry : mGeometryEntries)
         if (entry.owner == owner && entry.node == node) return false;
     mGeometryEntries.append(GeometryEntry{owner, node});
-    mGeometry->addChild(node);
+    if (inFront)
+        mGeometry->insertChild(node, 0);
+    else
+        mGeometry->addChild(node);
     return true;
 }
 

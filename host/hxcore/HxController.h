@@ -45,7 +45,9 @@ class HxController {
     // === Scene geometry shown in every viewer
     SoSeparator* getGeometryRoot() const { return mGeometry; }
     // Both return true when they changed the scene (a node is shown once per owner).
-    bool addGeometry(HxModule* owner, SoNode* node);
+    // Nodes added `inFront` go before the others: among hits at the same depth (a line
+    // lying on a surface), picks report them first.
+    bool addGeometry(HxModule* owner, SoNode* node, bool inFront = false);
     bool removeGeometry(HxModule* owner, SoNode* node);
     void removeAllGeometry(HxModule* owner);
     // The module whose geometry the path runs through (the last one, nearest the picked

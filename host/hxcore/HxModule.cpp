@@ -15,6 +15,10 @@ void HxModule::showGeom(SoNode* node) {
     if (HxController::getTheController()->addGeometry(this, node)) ++mNumShownGeometry;
 }
 
+void HxModule::showGeomInFront(SoNode* node) {
+    if (HxController::getTheController()->addGeometry(this, node, true)) ++mNumShownGeometry;
+}
+
 void HxModule::hideGeom(SoNode* node) {
     if (mNumShownGeometry > 0 && HxController::getTheController()->removeGeometry(this, node)) --mNumShownGeometry;
 }

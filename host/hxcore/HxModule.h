@@ -23,6 +23,9 @@ class HxModule : public HxObject {
     // === Scene geometry
     // Adds a node to every viewer's scene (once; showing it again does nothing).
     void showGeom(SoNode* node);
+    // Like showGeom, but before the geometry shown the ordinary way, so that at equal depth
+    // this node wins picks (lines drawn on a surface).
+    void showGeomInFront(SoNode* node);
     // Takes the node out of the viewers again.
     void hideGeom(SoNode* node);
     // What a pick on this module's geometry hit, appended to `words` as Tcl key-value

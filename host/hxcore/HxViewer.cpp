@@ -12,6 +12,7 @@
 #include <Inventor/elements/SoGLCacheContextElement.h>
 #include <Inventor/events/SoKeyboardEvent.h>
 #include <Inventor/events/SoMouseButtonEvent.h>
+#include <Inventor/nodes/SoDepthBuffer.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoEventCallback.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
@@ -34,6 +35,7 @@ HxViewer::HxViewer(int id) : mId(id), mViewport(640, 480) {
     mRoot->addChild(mCamera);
     mRoot->addChild(mHeadlight);
     mRoot->addChild(mEventCallback);
+    mRoot->addChild(new SoDepthBuffer);  // a bare render action leaves depth testing off
     mRoot->addChild(HxController::getTheController()->getGeometryRoot());
     mCacheContext = SoGLCacheContextElement::getUniqueCacheContext();
 }

@@ -1,6 +1,6 @@
 #pragma once
 // HxViewer: one 3D view of the controller's scene. It owns its scene root:
-//   root -> camera, headlight, SoEventCallback (picks), the controller's geometry separator
+//   root -> camera, headlight, SoEventCallback (picks), depth test, the controller's geometry
 // and an offscreen GL context of its window size, into which it renders without a display.
 //
 // Window coordinates have their origin at the bottom left, as Inventor events have.

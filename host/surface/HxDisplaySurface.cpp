@@ -7,7 +7,6 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/details/SoFaceDetail.h>
 #include <Inventor/nodes/SoBaseColor.h>
-#include <Inventor/nodes/SoDepthBuffer.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -27,8 +26,7 @@ HxDisplaySurface::HxDisplaySurface() : HxModule(HxSurface::getClassTypeId()), dr
 
 HxDisplaySurface::~HxDisplaySurface() { mRoot->unref(); }
 
-// root -> depth test, hints, material, draw style, offset, surface, edges (a switch)
-// A bare render action leaves depth testing off, so the scene asks for it.
+// root -> hints, material, draw style, offset, surface, edges (a switch)
 // Surfaces may be open or inconsistently oriented: the hints ask for two-sided lighting and no
 // culling. The offset pushes the faces back, so that lines lying exactly on the surface (paths,
 // the edges) win the depth test.
@@ -38,7 +36,6 @@ void HxDisplaySurface::buildScene() {
     mRoot->setName("surfaceDisplay");
     mRoot->renderCaching = SoSeparator::OFF;  // the shape draws from its own arrays each time
 
-    auto* depth = new SoDepthBuffer;
     auto* hints = new SoShapeHints;
     hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;
     hints->shapeType = SoShapeHints::UNKNOWN_SHAPE_TYPE;
@@ -56,7 +53,7 @@ void HxDisplaySurface::buildScene() {
     mEdges = new SoSwitch;
     mEdges->addChild(makeEdges());
 
-    SoNode* const children[] = {depth, hints, material, mStyle, offset, mShape, mEdges};
+    SoNode* const children[] = {hints, material, mStyle, offset, mShape, mEdges};
     for (SoNode* node : children) mRoot->addChild(node);
     applyDrawStyle();
 }

@@ -26,6 +26,7 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <cmath>
 
 SO_NODE_SOURCE(SoSurfaceMeshShape);
 
@@ -191,7 +192,7 @@ void SoSurfaceMeshShape::rayPick(SoRayPickAction* action) {
     };
     if (!tree.nearestHit(origin, direction, between, hit)) return;
     const SbVec3f point = pointOf(hit.triangle, hit.u, hit.v);
-    if (!yieldsToEarlierHit(action, point)) addPick(action, hit.triangle, point, hit.front);
+    if (!yieldsToEarlierHit(action, hit.triangle, point)) addPick(action, hit.triangle, point, hit.front);
 }
 
 void SoSurfaceMeshShape::addPick(SoRayPickAction* action, int triangle, SbVec3f const& point, bool front) {
@@ -216,7 +217,7 @@ void SoSurfaceMeshShape::addPick(SoRayPickAction* action, int triangle, SbVec3f 
     picked->setObjectNormal(normal);
 }
 
-bool SoSurfaceMeshShape::yieldsToEarlierHit(SoRayPickAction* action, SbVec3f const& point) const {
+bool SoSurfaceMeshShape::yieldsToEarlierHit(SoRayPickAction* action, int triangle, SbVec3f const& point) const {
     SoPickedPoint const* nearest = action->getPickedPoint(0);
     SoDetail const* detail = nearest ? nearest->getDetail() : nullptr;
     if (!detail ||
@@ -228,10 +229,18 @@ bool SoSurfaceMeshShape::yieldsToEarlierHit(SoRayPickAction* action, SbVec3f con
     toWorld.multVecMatrix(point, world);
     toWorld.multDirMatrix(action->getLine().getDirection(), direction);
     if (direction.normalize() == 0.0f) return false;
-    const float behind = (nearest->getPoint() - world).dot(direction);
+    const SbVec3f toLine = nearest->getPoint() - world;
+    const float behind = toLine.dot(direction);
     // The pick radius in world units at this depth, doubled for surfaces seen at a slant.
     SbVec2s viewport = SoViewportRegionElement::get(state).getViewportSizePixels();
     const float pixel = SoViewVolumeElement::get(state).getWorldToScreenScale(world, 1.0f) /
                         float(std::max<short>(1, std::min(viewport[0], viewport[1])));
-    return behind >= 0.0f && behind <= 2.0f * (action->getRadius() + 1.0f) * pixel;
+    if (behind < 0.0f || behind > 2.0f * (action->getRadius() + 1.0f) * pixel) return false;
+    // Only a line lying on this part of the surface wins; one on a sheet behind it (a path
+    // behind an ear) is hidden in the picture and must not be picked through it.
+    SbVec3f corners[3];
+    for (int k = 0; k < 3; ++k) toWorld.multVecMatrix(pointOf(triangle, k == 1, k == 2), corners[k]);
+    SbVec3f normal = (corners[1] - corners[0]).cross(corners[2] - corners[0]);
+    if (normal.normalize() == 0.0f) return true;
+    return std::fabs(toLine.dot(normal)) <= 1.5f * pixel;
 }

@@ -56,7 +56,7 @@ class SoSurfaceMeshShape : public SoShape {
     TriangleBoxTree const& getTree();
     SbVec3f pointOf(int triangle, float u, float v) const;
     // True when the nearest hit so far is a line or point lying on this surface at `point`.
-    bool yieldsToEarlierHit(SoRayPickAction* action, SbVec3f const& point) const;
+    bool yieldsToEarlierHit(SoRayPickAction* action, int triangle, SbVec3f const& point) const;
     void addPick(SoRayPickAction* action, int triangle, SbVec3f const& point, bool front);
 
     std::vector<float> mCoords;

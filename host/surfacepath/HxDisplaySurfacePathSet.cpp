@@ -10,7 +10,6 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/details/SoLineDetail.h>
 #include <Inventor/nodes/SoComplexity.h>
-#include <Inventor/nodes/SoDepthBuffer.h>
 #include <Inventor/nodes/SoDrawStyle.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoLightModel.h>
@@ -68,7 +67,6 @@ void HxDisplaySurfacePathSet::buildScene() {
     mRoot = new SoSeparator;
     mRoot->ref();
     mRoot->setName("pathSetDisplay");
-    mRoot->addChild(new SoDepthBuffer);  // a bare render action leaves depth testing off
 
     auto* lines = new SoSeparator;
     auto* lightModel = new SoLightModel;
@@ -125,7 +123,7 @@ void HxDisplaySurfacePathSet::refresh() {
     buildLines(source ? source->pathSet : empty);
     buildMarkers(source ? source->pathSet : empty);
     if (source)
-        showInFront();
+        showGeomInFront(mRoot);
     else
         hideGeom(mRoot);
 }
@@ -190,17 +188,6 @@ float HxDisplaySurfacePathSet::markerRadius(SurfacePathSet const& set) const {
     if (Surface const* surface = set.getSurface()) surface->getBoundingBox(min, max);
     const float diagonal = (max - min).length();
     return kMarkerRadius * (diagonal > 0 ? diagonal : 1.0f);
-}
-
-// Shown first among the viewers' geometry (see the header); moved there once, when shown.
-void HxDisplaySurfacePathSet::showInFront() {
-    SoSeparator* geometry = HxController::getTheController()->getGeometryRoot();
-    if (geometry->findChild(mRoot) >= 0) return;
-    showGeom(mRoot);
-    const int at = geometry->findChild(mRoot);
-    if (at <= 0) return;
-    geometry->removeChild(at);  // our own reference keeps the scene alive
-    geometry->insertChild(mRoot, 0);
 }
 
 // === Picks

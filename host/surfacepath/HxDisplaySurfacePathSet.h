@@ -71,7 +71,6 @@ class HxDisplaySurfacePathSet : public HxModule {
     void buildLines(SurfacePathSet const& set);
     void buildMarkers(SurfacePathSet const& set);
     float markerRadius(SurfacePathSet const& set) const;
-    void showInFront();
 
     SelectionInfo mSelection;
     // The set the selection belongs to (null: none).
