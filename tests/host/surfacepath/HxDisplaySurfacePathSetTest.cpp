@@ -17,6 +17,8 @@
 
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPickedPoint.h>
+#include <Inventor/actions/SoHandleEventAction.h>
+#include <Inventor/nodes/SoEventCallback.h>
 #include <Inventor/details/SoFaceDetail.h>
 #include <Inventor/details/SoLineDetail.h>
 #include <Inventor/nodes/SoCamera.h>
@@ -137,6 +139,31 @@ bool hasColourNear(std::vector<unsigned char> const& rgba, int w, int x, int y, 
             if ((uint32_t(p[0]) << 16 | uint32_t(p[1]) << 8 | p[2]) == rgb) return true;
         }
     return false;
+}
+
+// What an editor's pick callback reads: the picked points of the click, nearest first.
+void recordPicks(void* data, SoEventCallback* cb) {
+    auto* paths = static_cast<std::vector<SoPath*>*>(data);
+    SoPickedPointList const& picks = cb->getAction()->getPickedPointList();
+    for (int i = 0; i < picks.getLength(); ++i) {
+        paths->push_back(picks[i]->getPath()->copy());
+        paths->back()->ref();
+    }
+}
+
+TEST_F(HxDisplaySurfacePathSetTest, ScriptedClickReachesPickCallbacksWithTheLineFirst) {
+    makeScene(makeStrip(8), {"v:1 v:4 v:7"});
+    std::vector<SoPath*> paths;
+    HxController::getTheController()->addPickCallback(recordPicks, &paths);
+    float sx, sy;
+    viewer->project(McVec3f(1.0f, 0.5f, 0), sx, sy);  // on the segment from point 1 to point 4
+    eval("viewer 0 setViewing 0; viewer 0 mouse release 1 " + std::to_string(sx) + " " + std::to_string(sy) + " -shift");
+    HxController::getTheController()->removePickCallback(recordPicks, &paths);
+    ASSERT_GE(paths.size(), 2u);
+    EXPECT_TRUE(paths[0]->containsNode(display->getPathLineNode()));
+    auto* surfaceDisplay = static_cast<HxDisplaySurface*>(HxObjectPool::getTheObjectPool().findObject("S-display"));
+    EXPECT_TRUE(paths[1]->containsNode(surfaceDisplay->getSceneNode()));
+    for (SoPath* path : paths) path->unref();
 }
 
 // The picture a user asks for first: the elephant with two paths, read back from the file.
