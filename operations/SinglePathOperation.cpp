@@ -1,5 +1,7 @@
 #include "SinglePathOperation.h"
 
+#include "SurfacePathEditorViewerBase.h"
+
 MC_TYPED_IMPL(SinglePathOperation, PathOperation)
 
 SinglePathOperation::SinglePathOperation(SurfacePathSet* pathSet_, SelectionInfo* selection_, Surface* surface_)
@@ -22,6 +24,8 @@ void SinglePathOperation::undoRedo(int i) {
     if (pathSet) pathSet->copyData(pathSetState[i], nullptr);
     if (selection) *selection = selectionState[i];
     if (surface) surface->copyData(surfaceState[i]);
+    // The editor refreshes what depends on the surface (displays, connectors).
+    if (viewer) viewer->updateData();
 }
 
 bool SinglePathOperation::exec() {
