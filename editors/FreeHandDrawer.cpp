@@ -93,8 +93,8 @@ void FreeHandDrawer::addSample(McVec3f const& point, int triangle) {
     McVec3f min, max;
     surface->getSurface()->getBoundingBox(min, max);
     const float d = (max - min).length();
-    // A squared distance against a length: keeps fewer samples on small surfaces than a
-    // plain distance would, which is the thinning users are used to.
+    // Deliberately a squared distance against a length: on small surfaces it thins a stroke
+    // much more than a plain distance would.
     if (!samples.empty() && (samples.last()->getPosition() - point).length2() <= d * 0.0001f) return;
     McHandle<SurfaceNode> node = pathSet->pathSet.nodeFactory.createNode(nodeType, triangle, point);
     if (!node) return;
@@ -118,33 +118,10 @@ int FreeHandDrawer::rayPick(McVec2i const& pos, HxViewer* viewer, McVec3f& point
     HxDisplaySurface* display = findDisplay();
     if (!display) return 0;
 
-    SbViewportRegion const& region = viewer->getViewportRegion();
-    SoRayPickAction action(region);
-    // The same mapping of the view volume onto the window as the viewer draws with.
-    const float aspect = region.getViewportAspectRatio();
-    SbViewVolume volume = viewer->getCamera()->getViewVolume(aspect);
-    if (aspect < 1.0f) volume.scale(1.0f / aspect);
-
-    // Without a current context nothing is reported: the default range stands.
-    float depthRange[2] = {0.0f, 1.0f};
-    glGetFloatv(GL_DEPTH_RANGE, depthRange);
-    const float n = depthRange[0], f = depthRange[1];
-    SbMatrix affine, projection;
-    volume.getMatrices(affine, projection);
-    SbMatrix toWorld = affine;
-    toWorld.multRight(projection);
-    toWorld = toWorld.inverse();
-
-    // Unproject the window position at the far end of the depth range.
-    SbVec2s size = viewer->getGlxSize();
-    const float w = size[0], h = size[1];
-    SbVec4f farClip((2 * pos.x - w) / w, (2 * pos.y - h) / h, 2 * (1 - (n + f) * 0.5f) / (f - n), 1);
-    SbVec4f farWorld;
-    toWorld.multVecMatrix(farClip, farWorld);
-    const SbVec3f farPoint(farWorld[0] / farWorld[3], farWorld[1] / farWorld[3], farWorld[2] / farWorld[3]);
-
+    SoRayPickAction action(viewer->getViewportRegion());
+    const SbViewVolume volume = windowViewVolume(viewer);
     const SbVec3f start = volume.getProjectionPoint();
-    action.setRay(start, farPoint - start, -1, -1);
+    action.setRay(start, farPointUnder(pos, viewer, volume) - start, -1, -1);
     action.apply(display->getSceneNode());
 
     SoPickedPoint const* picked = action.getPickedPoint();
@@ -159,12 +136,41 @@ int FreeHandDrawer::rayPick(McVec2i const& pos, HxViewer* viewer, McVec3f& point
     return 1;
 }
 
+// The world point that the window position shows at the far end of the depth range.
+SbVec3f FreeHandDrawer::farPointUnder(McVec2i const& pos, HxViewer* viewer, SbViewVolume const& volume) {
+    // Without a current context nothing is reported: the default range stands.
+    float depthRange[2] = {0.0f, 1.0f};
+    glGetFloatv(GL_DEPTH_RANGE, depthRange);
+    const float n = depthRange[0], f = depthRange[1];
+    SbMatrix affine, projection;
+    volume.getMatrices(affine, projection);
+    SbMatrix toWorld = affine;
+    toWorld.multRight(projection);
+    toWorld = toWorld.inverse();
+
+    SbVec2s size = viewer->getGlxSize();
+    const float w = size[0], h = size[1];
+    SbVec4f farClip((2 * pos.x - w) / w, (2 * pos.y - h) / h, 2 * (1 - (n + f) * 0.5f) / (f - n), 1);
+    SbVec4f farWorld;
+    toWorld.multVecMatrix(farClip, farWorld);
+    return SbVec3f(farWorld[0] / farWorld[3], farWorld[1] / farWorld[3], farWorld[2] / farWorld[3]);
+}
+
 void FreeHandDrawer::drawDrag() {
     if (samples.empty()) return;
     HxViewer* viewer = HxController::getTheController()->viewer(0, 1);
-    // Loads the camera's matrices into the graphics state.
     SoGLRenderAction render(viewer->getViewportRegion());
     render.apply(viewer->getCamera());
+    // The action sets up the camera, but Coin restores the matrices when its traversal ends:
+    // the stroke gets the camera's own, and the viewer's are given back afterwards.
+    SbMatrix affine, projection;
+    windowViewVolume(viewer).getMatrices(affine, projection);
+    glMatrixMode(GL_PROJECTION);
+    glPushMatrix();
+    glLoadMatrixf(projection[0]);
+    glMatrixMode(GL_MODELVIEW);
+    glPushMatrix();
+    glLoadMatrixf(affine[0]);
 
     glPushAttrib(GL_COLOR_BUFFER_BIT | GL_ENABLE_BIT | GL_VIEWPORT_BIT | GL_LINE_BIT);
     glDisable(GL_LIGHTING);
@@ -185,4 +191,17 @@ void FreeHandDrawer::drawDrag() {
     glEnd();
     glFlush();
     glPopAttrib();
+    glPopMatrix();
+    glMatrixMode(GL_PROJECTION);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
+}
+
+// The camera's volume mapped onto the window as the viewer draws it: a window taller than
+// wide widens the volume by 1 / aspect.
+SbViewVolume FreeHandDrawer::windowViewVolume(HxViewer* viewer) {
+    const float aspect = viewer->getViewportRegion().getViewportAspectRatio();
+    SbViewVolume volume = viewer->getCamera()->getViewVolume(aspect);
+    if (aspect < 1.0f) volume.scale(1.0f / aspect);
+    return volume;
 }

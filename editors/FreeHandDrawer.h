@@ -20,6 +20,8 @@ class HxSurface;
 class HxSurfacePathSet;
 class HxViewer;
 class PathConnector;
+class SbVec3f;
+class SbViewVolume;
 class SoEvent;
 class SoPickedPointList;
 
@@ -66,4 +68,6 @@ class FreeHandDrawer : public McTypedObject {
     HxDisplaySurface* findDisplay() const;
     // Appends a node at the hit unless the last sample lies too close.
     void addSample(McVec3f const& point, int triangle);
+    static SbViewVolume windowViewVolume(HxViewer* viewer);
+    static SbVec3f farPointUnder(McVec2i const& pos, HxViewer* viewer, SbViewVolume const& volume);
 };
