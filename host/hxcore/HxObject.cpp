@@ -55,7 +55,11 @@ void HxObject::fire(int arg) {
     if (mFiring) return;  // a cycle of connections must not recurse forever
     mFiring = true;
     update();
-    // update() may create or delete ports, so walk a copy.
+    // Every port's new-value flag is cleared after update(), including ports that update()
+    // itself created: a port made pressed in an update (an editor's freeHandDrawing button,
+    // left pressed by initButtons) is seen as pressed only by code that runs inside that
+    // update, never by the next fire. update() may create or delete ports, so walk a copy
+    // taken after it.
     McDArray<HxPort*> ports = mPorts;
     for (HxPort* port : ports)
         if (mPorts.findFirst(port) >= 0) port->untouch();
@@ -87,6 +91,8 @@ int HxObject::parse(Tcl_Interp* interp, int argc, char** argv) {
     }
     if (!strcmp(cmd, "fire") && argc == 2) {
         fire();
+        // Updates may evaluate Tcl; their results are not the answer of `fire`.
+        Tcl_ResetResult(interp);
         return TCL_OK;
     }
     if (!strcmp(cmd, "getTypeId") && argc == 2) {

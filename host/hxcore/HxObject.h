@@ -5,8 +5,8 @@
 // keep an object alive beyond its removal from the pool (an editor's display modules) holds
 // an McHandle. The object keeps plain pointers to its ports (their creators own them) and to the
 // connections of other objects that read from it (downstream). fire() runs this object's
-// update() with the ports' new-value flags, clears them, and then fires every object
-// downstream whose connection points here.
+// update() with the ports' new-value flags, clears them (also those of ports made during that
+// update), and then fires every object downstream whose connection points here.
 
 #include "HxBase.h"
 #include "McDArray.h"

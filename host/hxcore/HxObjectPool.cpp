@@ -1,5 +1,6 @@
 #include "HxObjectPool.h"
 
+#include "HxEditor.h"
 #include "HxInterpreter.h"
 #include "HxObject.h"
 
@@ -33,6 +34,9 @@ void HxObjectPool::removeObject(HxObject* object) {
     const int64_t i = mObjects.findFirst(object);
     if (i < 0) return;
     mObjects.remove(i);
+    // An editor stops editing before it may be destroyed: its stopEditing is virtual and can
+    // no longer be reached from its destructor.
+    if (object->isOfType(HxEditor::getClassTypeId())) static_cast<HxEditor*>(object)->detach();
     HxInterpreter::getTheInterpreter().removeCommand(object->getLabel());
     object->unref();
 }
