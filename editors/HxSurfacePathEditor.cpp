@@ -61,16 +61,16 @@ void HxSurfacePathEditor::createStartPorts() {
 
 void HxSurfacePathEditor::stopEditing() {
     // Deactivating fires the path set, which updates this module again: by then the module
-    // must no longer see the editor.
+    // must see neither the editor nor a start button that could start another one.
     SurfacePathEditorViewerBase* stopped = editor;
     editor = nullptr;
+    portEditorTypes = nullptr;
+    portStartEditor = nullptr;
     if (stopped) {
         stopped->deactivate();
         delete stopped;
     }
     deleteAllPorts();
-    portEditorTypes = nullptr;
-    portStartEditor = nullptr;
     portWidgetsCreated = false;
     requestedEditor = -1;
     HxEditor::stopEditing();
