@@ -18,6 +18,7 @@
 #include "SinglePathOperation.h"
 #include "SurfacePathEditorGUIBase.h"
 #include "SurfacePathEditorViewerBase.h"
+#include "SurfaceVertexPathEditor.h"
 
 namespace velmopackage_hxsurfacepathedit {
 char version[] = "hxsurfacepathedit 1.0, built " __DATE__ " " __TIME__;
@@ -30,7 +31,7 @@ bool finished = false;
 // Each registration registers its parents first, so the order below is free to name a class
 // before its base. Commented lines are classes still to be written.
 void registerClasses() {
-    // SurfaceVertexPathEditor::initClass();
+    SurfaceVertexPathEditor::initClass();
     SurfacePathEditorViewerBase::initClass();
     SurfacePathEditorGUIBase::initClass();
     // SurfacePathEditor::initClass();
