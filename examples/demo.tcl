@@ -1,6 +1,7 @@
-# The demo: paths drawn on the bundled elephant with the Dijkstra connector between points
-# picked in the viewer, saved as a path set, loaded back, exported as polylines and
-# photographed.
+# The demo: paths drawn on the bundled elephant the way a user draws them, through the path
+# editor and scripted mouse events in the offscreen viewer: two paths by Shift+clicks, one
+# closed, a step undone and redone, a free-hand stroke; then the set is saved, exported,
+# loaded back and photographed.
 #   surfpath examples/demo.tcl MESH_DIR OUTPUT_DIR
 set meshDir [lindex $argv 0]
 set outDir [expr {[llength $argv] > 1 ? [lindex $argv 1] : "demo-output"}]
@@ -8,48 +9,72 @@ file mkdir $outDir
 
 set surface [load [file join $meshDir elephant.off]]
 puts "Loaded $surface: [$surface getNumPoints] points, [$surface getNumTriangles] triangles"
-
-# The viewer draws offscreen: frame the elephant from its side.
-$surface show
-viewer 0 setSize 800 600
-viewer 0 viewAll
-
-# A vertex of the triangle under a screen point, as a click there would find it.
-proc vertexAt {sx sy} {
-    set hit [viewer 0 pick $sx $sy]
-    if {![dict exists $hit triangle]} { error "nothing under the screen point $sx $sy" }
-    set surface [dict get $hit object]
-    return [lindex [[lindex [$surface data source] 0] getTriangle [dict get $hit triangle]] 0]
-}
-
 set paths [create HxSurfacePathSet paths]
 $paths surface connect $surface
 
-# Two paths between picked points, the stretches between them filled in along mesh edges:
-# from the back over the body to the tip of the trunk, and from a hind leg to a front leg.
-foreach {name from to} {"back to trunk" {320 260} {490 510} "hind leg to front leg" {350 110} {450 110}} {
-    set path [$paths addPath v:[vertexAt {*}$from] v:[vertexAt {*}$to]]
-    $paths connect $path 0 1 Dijkstra
-    puts "Path $path ($name): [llength [$paths getPath $path]] nodes, length [format %.4f [$paths getLength $path]]"
+# The editor module on the path set; starting the vertex editor renames the module.
+set editor [create HxSurfacePathEditor]
+$editor attach $paths
+$editor portEditorTypes setIndex 0
+$editor portStartEditor hit 0
+$editor fire
+set editor [all HxSurfacePathEditor]
+puts "Started the [$editor portEditorTypes getLabel 0 0] as module $editor"
+
+# The elephant seen from its side, in a window of 800 x 600 (screen origin bottom left).
+viewer 0 setSize 800 600
+viewer 0 setViewing 0
+viewer 0 viewAll
+
+proc click {x y args} {
+    viewer 0 mouse press 1 $x $y {*}$args
+    viewer 0 mouse release 1 $x $y {*}$args
 }
+proc report {what} {
+    global paths editor
+    puts [format "%-44s %d path(s), %4d nodes; %s" $what [$paths getNumPaths] [$paths getNumNodes] [$editor info getText]]
+}
+
+click 320 260 -shift
+report "Shift+click on the back: a new path"
+click 490 510 -shift
+report "Shift+click on the trunk: joined by Dijkstra"
+click 430 330 -shift
+report "Shift+click on the head: a third point"
+$editor pathOperations1 hit 0
+$editor fire
+report "Close: the path becomes a loop"
+
+click 400 200
+report "Click on the belly: nothing selected"
+click 350 110 -shift
+click 450 110 -shift
+report "Shift+clicks on two legs: a second path"
+
+viewer 0 mouse press 2 400 200
+viewer 0 mouse release 2 400 200
+report "Middle click: the last point undone"
+$editor action hit 1
+$editor fire
+report "Redo: it is back"
+
+# Free-hand: switch it on, then press, drag over the side of the body and release. (The
+# vertex editor samples vertices: samples closer than a triangle apart merge into the next.)
+$editor freeHandDrawing hit 0
+$editor fire
+viewer 0 mouse press 1 290 180
+for {set x 290} {$x <= 470} {incr x 40} { viewer 0 mouseMove $x [expr {180 + ($x - 290) / 3}] }
+viewer 0 mouse release 1 470 240
+report "A free-hand stroke along the side"
 
 $paths save [file join $outDir paths.json]
 $paths export [file join $outDir paths.obj]
 $paths export [file join $outDir paths.vtk]
-remove $paths
+viewer 0 snapshot [file join $outDir demo.png]
+
+# Detaching the editor leaves the paths; loading the file back gives the same set.
+$editor detach
 set reloaded [load [file join $outDir paths.json]]
 puts "Reloaded [file join $outDir paths.json]: [$reloaded getNumPaths] path(s),\
       [$reloaded getNumNodes] nodes, consistent: [$reloaded isConsistent]"
-
-# A picture of the reloaded paths on the surface.
-$reloaded show
-viewer 0 snapshot [file join $outDir demo.png]
-
-# What lies under the middle node of the first path, as a click there would see it.
-set nodes [$reloaded getPath 0]
-set k [expr {[llength $nodes] / 2}]
-set hit [viewer 0 pick {*}[viewer 0 project {*}[lrange [$reloaded getNode [lindex $nodes $k]] end-2 end]]]
-if {[dict exists $hit path]} {
-    puts "Under node $k of path 0: [dict get $hit object], path [dict get $hit path], segment [dict get $hit segment]"
-}
 puts "Wrote paths.json, paths.obj, paths.vtk and demo.png to $outDir"
