@@ -42,6 +42,7 @@ bench: build
 	$(BUILD)/bin/surfpath_bench
 	$(BUILD)/bin/operations_bench
 	$(BUILD)/bin/viewer_bench
+	$(BUILD)/bin/editor_bench
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

@@ -8,15 +8,12 @@
 // A summary line at the end states whether a pick costs at most 20% of a render and a
 // snapshot of the million-triangle surface stays under 2 s.
 
+#include "BenchScene.h"
 #include "HxController.h"
-#include "HxGlobalCommands.h"
 #include "HxInterpreter.h"
 #include "HxObjectPool.h"
 #include "HxSurface.h"
-#include "HxSurfacePathSet.h"
 #include "HxViewer.h"
-#include "MeshSubdivision.h"
-#include "SurfaceIO.h"
 
 #include <benchmark/benchmark.h>
 
@@ -29,18 +26,9 @@
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double seconds(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
-
-void tcl(std::string const& command) {
-    HxInterpreter& interp = HxInterpreter::getTheInterpreter();
-    interp.eval("%s", command.c_str());
-    if (interp.lastCode() != TCL_OK) {
-        std::fprintf(stderr, "benchmark set-up failed: %s\n", interp.eval("set errorInfo"));
-        std::exit(1);
-    }
-}
+using BenchScene::Clock;
+using BenchScene::seconds;
+using BenchScene::tcl;
 
 struct Scene {
     HxViewer* viewer = nullptr;
@@ -64,18 +52,7 @@ void addPaths(int numPoints) {
 Scene& scene() {
     static Scene* s = [] {
         auto* result = new Scene;
-        HxGlobalCommands::install();
-        HxSurface::registerFileFormats();
-        HxSurfacePathSet::registerFileFormats();
-        auto* surface = new HxSurface;
-        McString error, warnings;
-        if (!SurfaceIO::read(SURFPATH_MESH_DIR "/ChineseDragon-10kv.off", surface->surface, error, warnings)) {
-            std::fprintf(stderr, "cannot read the benchmark mesh: %s\n", error.c_str());
-            std::exit(1);
-        }
-        MeshSubdivision::subdivide(surface->surface, 3);
-        surface->HxBase::setLabel("dragon");
-        HxObjectPool::getTheObjectPool().addObject(surface);
+        HxSurface* surface = BenchScene::loadDragon("dragon");
         result->numTriangles = surface->surface.getNumTriangles();
         tcl("create HxSurfacePathSet paths");
         tcl("paths surface connect dragon");
@@ -91,14 +68,7 @@ Scene& scene() {
         result->firstSnapshotSeconds = seconds(start);
         result->viewer = HxController::getTheController()->viewer(0, 0);
 
-        std::vector<double> times;
-        for (int run = 0; run < 5; ++run) {
-            const auto renderStart = Clock::now();
-            result->viewer->redraw();
-            times.push_back(seconds(renderStart));
-        }
-        std::sort(times.begin(), times.end());
-        result->renderSeconds = times[2];
+        result->renderSeconds = BenchScene::medianRenderSeconds(result->viewer);
         return result;
     }();
     return *s;
