@@ -121,9 +121,7 @@ void SurfaceVertexPathEditor::initButtons(HxSurfacePathEditor* module) {
     advancedOptions->show();
 
     connector = new HxPortMultiMenu(module, "connector", 0);
-    PathConnectorFactory::initPortConnector(connector, connectorVariable);
-    connectorCache.resize(connector->getNum(0) > 0 ? connector->getNum(0) : 0);
-    for (PathConnector*& cached : connectorCache) cached = nullptr;
+    resetConnectorCache();
 
     controlPointType = new HxPortRadioBox(module, "controlPointType", 3);
     controlPointType->setLabel("Control point type");
@@ -201,17 +199,27 @@ void SurfaceVertexPathEditor::initButtons(HxSurfacePathEditor* module) {
     selectCP->show();
 }
 
-void SurfaceVertexPathEditor::init() {
+// Fills the menu from the connector list; cached connectors are forgotten (not destroyed).
+void SurfaceVertexPathEditor::resetConnectorCache() {
     PathConnectorFactory::initPortConnector(connector, connectorVariable);
     connectorCache.resize(connector->getNum(0) > 0 ? connector->getNum(0) : 0);
     for (PathConnector*& cached : connectorCache) cached = nullptr;
+}
+
+PathConnector* SurfaceVertexPathEditor::makeConnector(int i) {
+    mMadeConnectors.emplace_back(PathConnectorFactory::createConnector(connector->getLabel(0, i), pathSet));
+    connectorCache[i] = mMadeConnectors.back().get();
+    return connectorCache[i];
+}
+
+void SurfaceVertexPathEditor::init() {
+    resetConnectorCache();
     const int i = connector->getIndex(0);
     if (i == -1) {
         HxMessage::getTheMsg()->printf("Warning: no path connector available");
         return;
     }
-    connectorCache[i] = PathConnectorFactory::createConnector(connector->getLabel(0, i), pathSet);
-    currentConnector = connectorCache[i];
+    currentConnector = makeConnector(i);
 }
 
 void SurfaceVertexPathEditor::checkButtons() {
@@ -352,8 +360,7 @@ bool SurfaceVertexPathEditor::handleConnectorMenu() {
         HxMessage::getTheMsg()->printf("Warning: no path connector available");
         return false;
     }
-    if (!connectorCache[i]) connectorCache[i] = PathConnectorFactory::createConnector(connector->getLabel(0, i), pathSet);
-    currentConnector = connectorCache[i];
+    currentConnector = connectorCache[i] ? connectorCache[i] : makeConnector(i);
     return true;
 }
 

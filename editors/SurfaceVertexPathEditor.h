@@ -4,13 +4,16 @@
 // held toggle the selection or insert, Delete removes, the middle button undoes, and with
 // free-hand drawing on a stroke becomes new paths. Its ports live on the editor module.
 //
-// The ports belong to the module; the editor keeps plain pointers to them. Connectors in
-// the cache are made on first choice and kept for the editor's life; the free-hand drawers
-// (one per setPathSet) are kept alive until the editor goes.
+// The ports belong to the module; the editor keeps plain pointers to them. Connectors are
+// made on first choice and kept for the editor's life, also when init() empties the cache;
+// the free-hand drawers (one per setPathSet) likewise. The editor releases both when it goes.
 
 #include "McDArray.h"
 #include "McString.h"
 #include "SurfacePathEditorGUIBase.h"
+
+#include <memory>
+#include <vector>
 
 class FreeHandDrawer;
 class HxPortButtonList;
@@ -98,7 +101,11 @@ class SurfaceVertexPathEditor : public SurfacePathEditorGUIBase {
     void showAdvancedPorts();
     void handleStroke(SoEventCallback* cb, SelectionInfo* selection);
     void handleClick(SoEventCallback* cb, SelectionInfo* selection, bool shift);
+    void resetConnectorCache();
+    // Makes the connector of menu entry i and keeps it for the editor's life.
+    PathConnector* makeConnector(int i);
 
     // Drawers replaced by setPathSet: never used again, released with the editor.
     McDArray<FreeHandDrawer*> mRetiredDrawers;
+    std::vector<std::unique_ptr<PathConnector>> mMadeConnectors;
 };

@@ -65,6 +65,7 @@ class SurfaceVertexPathEditorTest : public testing::Test {
     }
     void TearDown() override {
         delete editor;
+        module->stopEditing();  // deletes the ports the editor made on it
         HxObjectPool::getTheObjectPool().removeAll();
     }
 
@@ -230,6 +231,7 @@ TEST_F(SurfaceVertexPathEditorTest, AnUpdateRightAfterInitButtonsSwitchesFreeHan
     fresh.update();
     EXPECT_TRUE(fresh.freeHandDraw);
     EXPECT_STREQ(fresh.freeHandDrawing->getLabel(0), "disable");
+    other->stopEditing();
 }
 
 }  // namespace
