@@ -52,6 +52,9 @@ class SurfacePathEditorViewerBase : public McTypedObject {
     // The selection of the path set's display, synchronised with the set; a display must exist.
     SelectionInfo* getSelection();
 
+    // This editor's history (what Undo and Redo walk).
+    PathEditUndoBuffer const& getUndoBuffer() const { return undoBuffer; }
+
     // === Displays
     // The first surface display reading the path set's (or the stored) surface, or a new one.
     HxDisplaySurface* surfaceView(HxSurfacePathSet* ps);

@@ -219,6 +219,38 @@ TEST_F(SurfaceVertexPathEditorTest, PortsSelectAndTheFreeHandToggleSwitchesDrawi
     EXPECT_STREQ(editor->freeHandDrawing->getLabel(0), "enable");
 }
 
+TEST_F(SurfaceVertexPathEditorTest, ClicksThatChangeNothingStillFollowTheirRows) {
+    click(0, 0, "-shift");
+    click(4, 0, "-shift");
+    click(4, 1, "-shift");
+    press(editor->pathOperations1, 0);  // Close
+    EXPECT_TRUE(std::string(editor->info->getText()).find("nCPs 3 (closed)") != std::string::npos)
+        << editor->info->getText();
+    const int history = editor->getUndoBuffer().current;
+    eval("viewer 0 mouse release 1 5 5");  // nothing under the pointer: no click at all
+    EXPECT_EQ(editor->getUndoBuffer().current, history);
+    // Another object over the strip: a click of kind "nothing" that runs an unchanged
+    // selection, which is still recorded.
+    eval("create HxSurface T");
+    Surface lid = makeQuad();
+    for (McVec3f& p : lid.points) p = McVec3f(p[0] + 7, p[1], 0.5f);
+    static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("T"))->surface = lid;
+    eval("T show");
+    click(7.5f, 0.5f);
+    EXPECT_EQ(editor->lastHitKind, -1);
+    EXPECT_EQ(editor->getUndoBuffer().current, history + 1);
+    EXPECT_EQ(selection().getActivePath(), 0);
+    eval("remove T-display T");
+
+    click(10.5f, 0.5f);
+    click(10, 0, "-shift");  // a second path
+    press(editor->pathSelection, 0);  // both selected: not in edit mode
+    const int nodes = ps->pathSet.getNumNodes();
+    click(8, 0.5f, "-shift");  // neither appends nor starts a path
+    EXPECT_EQ(ps->pathSet.getNumNodes(), nodes);
+    EXPECT_EQ(ps->pathSet.getNumPaths(), 2);
+}
+
 // The free-hand port is left pressed by initButtons, so an update straight after it (rather
 // than after the module's fire, which clears the press) switches drawing on.
 TEST_F(SurfaceVertexPathEditorTest, AnUpdateRightAfterInitButtonsSwitchesFreeHandDrawingOn) {
