@@ -1,5 +1,8 @@
 #include "SurfaceIO.h"
 
+#include "OffReader.h"
+#include "PlyReader.h"
+#include "PolygonSoup.h"
 #include "Surface.h"
 
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
@@ -11,6 +14,7 @@
 #include <CGAL/Polygon_mesh_processing/triangulate_hole.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cfloat>
 #include <climits>
@@ -18,6 +22,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <iostream>
 #include <sstream>
 #include <strings.h>
@@ -29,7 +34,6 @@ namespace {
 using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
 using Point = Kernel::Point_3;
 using Polygon = std::vector<std::size_t>;
-using Soup = std::pair<std::vector<Point>, std::vector<Polygon>>;
 
 enum FormatId { OFF, OBJ, PLY, STL, NUM_FORMATS };
 
@@ -93,54 +97,63 @@ McString cgalReasons(std::string const& printed) {
     return joined;
 }
 
-bool parseSoup(int format, std::istream& in, Soup& soup) {
+bool parseWithCgal(int format, std::istream& in, std::vector<Point>& points, std::vector<Polygon>& polygons) {
     auto verbose = CGAL::parameters::verbose(true);
-    switch (format) {
-        case OFF: return CGAL::IO::read_OFF(in, soup.first, soup.second, verbose);
-        case OBJ: return CGAL::IO::read_OBJ(in, soup.first, soup.second, verbose);
-        case PLY: return CGAL::IO::read_PLY(in, soup.first, soup.second, verbose);
-        default: return CGAL::IO::read_STL(in, soup.first, soup.second, verbose);
-    }
+    if (format == OBJ) return CGAL::IO::read_OBJ(in, points, polygons, verbose);
+    return CGAL::IO::read_STL(in, points, polygons, verbose);
 }
 
-// CGAL's OFF reader stops silently. Going over the file again with CGAL's OFF scanner finds
-// the part that fails; the scanner's own messages, captured by the caller, say why.
-McString findOffFailure(std::istream& in) {
-    in.clear();
-    in.seekg(0);
-    CGAL::File_scanner_OFF scanner(in, true);
-    if (in.fail()) return "it does not start with an OFF header";
-    for (size_t i = 0; i < scanner.size_of_vertices(); ++i) {
-        double x, y, z, w;
-        unsigned char r, g, b;
-        scanner.scan_vertex(x, y, z, w);
-        if (scanner.has_normals()) scanner.scan_normal(x, y, z, w);
-        if (scanner.has_vcolors()) scanner.scan_color(r, g, b);
-        if (scanner.has_textures()) scanner.scan_texture(x, y);
-        if (!in.good()) return McString::format("cannot read point %zu", i);
-    }
-    for (size_t f = 0; f < scanner.size_of_facets(); ++f) {
-        size_t corners = size_t(-1), index = 0;
-        scanner.scan_facet(corners, f);
-        bool ok = (in.eof() || in.good()) && corners != size_t(-1);
-        for (size_t j = 0; ok && j < corners; ++j) {
-            scanner.scan_facet_vertex_index(index, j + 1, f);
-            ok = bool(in);
-        }
-        if (!ok) return McString::format("cannot read face %zu", f);
-    }
-    return "";
-}
-
-// "not a readable off file: cannot read face 3 (facet 3: vertex index 9: is out of range)"
-McString unreadableFile(int format, McString const& where, McString const& details) {
+// "not a readable obj file: (details)"
+McString unreadableFile(int format, McString const& details) {
     McString text = McString::format("not a readable %s file", kFormats[format].extension);
-    if (!where.empty()) text += ": " + where;
-    if (!details.empty()) text += where.empty() ? ": " + details : " (" + details + ")";
+    if (!details.empty()) text += ": " + details;
     return text;
 }
 
-bool readSoup(char const* fileName, int format, Soup& soup, McString& error) {
+// CGAL reads OBJ and STL, whose sizes come from the file's length rather than from counts
+// in a header; their indices are checked here on the way into the soup.
+bool toSoup(std::vector<Point> const& points, std::vector<Polygon> const& polygons, PolygonSoup& soup,
+            McString& error) {
+    if (points.size() > size_t(INT_MAX)) {
+        error.printf("the file has %zu points, more than a surface can hold", points.size());
+        return false;
+    }
+    soup.points.reserve(points.size());
+    for (Point const& p : points) soup.points.push_back({p.x(), p.y(), p.z()});
+    soup.polygonEnds.reserve(polygons.size());
+    for (size_t f = 0; f < polygons.size(); ++f) {
+        for (size_t index : polygons[f]) {
+            if (index >= points.size()) {
+                error.printf("face %zu uses point index %zu, but the file has only %zu points (indices count from 0)",
+                             f, index, points.size());
+                return false;
+            }
+            soup.corners.push_back(int(index));
+        }
+        soup.endPolygon();
+    }
+    return true;
+}
+
+bool readWithCgal(int format, std::ifstream& in, PolygonSoup& soup, McString& error) {
+    std::vector<Point> points;
+    std::vector<Polygon> polygons;
+    std::string printed;
+    try {
+        if (withConsoleCaptured(printed, [&] { return parseWithCgal(format, in, points, polygons); }))
+            return toSoup(points, polygons, soup, error);
+        error = unreadableFile(format, cgalReasons(printed));
+    } catch (std::bad_alloc const&) {
+        error = "the file declares more data than fits in memory";
+    } catch (CGAL::Failure_exception const& e) {
+        error = unreadableFile(format, McString::format("its data break the reader's rule \"%s\"", e.expression().c_str()));
+    } catch (std::exception const& e) {
+        error = unreadableFile(format, e.what());
+    }
+    return false;
+}
+
+bool readSoup(char const* fileName, int format, PolygonSoup& soup, McString& error) {
     std::ifstream in(fileName, std::ios::binary);
     if (!in) {
         error.printf("cannot open the file: %s", strerror(errno));
@@ -150,36 +163,22 @@ bool readSoup(char const* fileName, int format, Soup& soup, McString& error) {
         error = "the file is empty";
         return false;
     }
-    std::string printed;
-    McString reason;
+    if (format != OFF && format != PLY) return readWithCgal(format, in, soup, error);
+    // Held whole, the file's length bounds every count in it before anything is reserved.
+    std::string bytes;
     try {
-        const bool parsed = withConsoleCaptured(printed, [&] {
-            if (parseSoup(format, in, soup)) return true;
-            if (format == OFF) reason = findOffFailure(in);
-            return false;
-        });
-        if (parsed) return true;
-        error = unreadableFile(format, reason, cgalReasons(printed));
+        bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        if (format == OFF) return OffReader::read(bytes, soup, error);
+        return PlyReader::read(bytes, soup, error);
     } catch (std::bad_alloc const&) {
-        error = "the file declares more data than fits in memory";
-    } catch (CGAL::Failure_exception const& e) {
-        error.printf("not a readable %s file: its data break the reader's rule \"%s\"", kFormats[format].extension,
-                     e.expression().c_str());
-    } catch (std::exception const& e) {
-        error.printf("not a readable %s file: %s", kFormats[format].extension, e.what());
-    }
-    return false;
-}
-
-bool checkSoup(Soup const& soup, McString& error) {
-    std::vector<Point> const& points = soup.first;
-    if (points.size() > size_t(INT_MAX)) {
-        error.printf("the file has %zu points, more than a surface can hold", points.size());
+        error = "the file is larger than the memory left";
         return false;
     }
-    for (size_t i = 0; i < points.size(); ++i) {
-        for (int k = 0; k < 3; ++k) {
-            const double c = points[i][k];
+}
+
+bool checkSoup(PolygonSoup const& soup, McString& error) {
+    for (size_t i = 0; i < soup.points.size(); ++i) {
+        for (double c : soup.points[i]) {
             if (!std::isfinite(c)) {
                 error.printf("point %zu has a coordinate that is not a finite number", i);
                 return false;
@@ -190,44 +189,36 @@ bool checkSoup(Soup const& soup, McString& error) {
             }
         }
     }
-    for (size_t f = 0; f < soup.second.size(); ++f) {
-        for (size_t index : soup.second[f]) {
-            if (index >= points.size()) {
-                error.printf("face %zu uses point index %zu, but the file has only %zu points (indices count from 0)",
-                             f, index, points.size());
-                return false;
-            }
-        }
-    }
     return true;
 }
 
-// Indices were checked against the point count, which fits in an int.
-Surface::Triangle makeTriangle(size_t a, size_t b, size_t c) { return Surface::Triangle(int(a), int(b), int(c)); }
 
 // Appends the triangles of a polygon with more than three corners. A triangulation of the
 // polygon (in its best-fitting plane where it is flat enough) is tried first; a polygon that
 // repeats a corner, or one that CGAL cannot triangulate, is split as a fan and false is returned.
-bool triangulatePolygon(Polygon const& polygon, std::vector<Point> const& points, McDArray<Surface::Triangle>& out) {
-    std::vector<size_t> corners(polygon);
+bool triangulatePolygon(int const* polygon, size_t size, PolygonSoup const& soup, McDArray<Surface::Triangle>& out) {
+    std::vector<int> corners(polygon, polygon + size);
     std::sort(corners.begin(), corners.end());
     if (std::adjacent_find(corners.begin(), corners.end()) == corners.end()) {
         std::vector<Point> ring;
-        for (size_t index : polygon) ring.push_back(points[index]);
+        for (size_t k = 0; k < size; ++k) {
+            std::array<double, 3> const& p = soup.points[size_t(polygon[k])];
+            ring.push_back(Point(p[0], p[1], p[2]));
+        }
         std::vector<CGAL::Triple<int, int, int>> found;
         CGAL::Polygon_mesh_processing::triangulate_hole_polyline(
             ring, std::back_inserter(found), CGAL::parameters::use_2d_constrained_delaunay_triangulation(true));
-        if (found.size() + 2 == polygon.size()) {
+        if (found.size() + 2 == size) {
             // Corners in ring order give every triangle the polygon's orientation.
             for (auto const& t : found) {
                 int i[3] = {t.first, t.second, t.third};
                 std::sort(i, i + 3);
-                out.append(makeTriangle(polygon[i[0]], polygon[i[1]], polygon[i[2]]));
+                out.append(Surface::Triangle(polygon[i[0]], polygon[i[1]], polygon[i[2]]));
             }
             return true;
         }
     }
-    for (size_t i = 1; i + 1 < polygon.size(); ++i) out.append(makeTriangle(polygon[0], polygon[i], polygon[i + 1]));
+    for (size_t i = 1; i + 1 < size; ++i) out.append(Surface::Triangle(polygon[0], polygon[i], polygon[i + 1]));
     return false;
 }
 
@@ -237,19 +228,21 @@ struct ReadCounts {
     int64_t repeatedCorner = 0;
 };
 
-void soupToSurface(Soup const& soup, Surface& surface, ReadCounts& counts) {
-    surface.points.resize(soup.first.size());
-    for (size_t i = 0; i < soup.first.size(); ++i) {
-        Point const& p = soup.first[i];
-        surface.points[i] = McVec3f(float(p.x()), float(p.y()), float(p.z()));
+void soupToSurface(PolygonSoup const& soup, Surface& surface, ReadCounts& counts) {
+    surface.points.resize(int64_t(soup.points.size()));
+    for (size_t i = 0; i < soup.points.size(); ++i) {
+        std::array<double, 3> const& p = soup.points[i];
+        surface.points[int64_t(i)] = McVec3f(float(p[0]), float(p[1]), float(p[2]));
     }
-    surface.triangles.remax(soup.second.size());
-    for (Polygon const& polygon : soup.second) {
-        if (polygon.size() < 3)
+    surface.triangles.remax(int64_t(soup.getNumPolygons()));
+    for (size_t f = 0; f < soup.getNumPolygons(); ++f) {
+        int const* polygon = soup.polygon(f);
+        const size_t size = soup.polygonSize(f);
+        if (size < 3)
             ++counts.tooFewCorners;
-        else if (polygon.size() == 3)
-            surface.triangles.append(makeTriangle(polygon[0], polygon[1], polygon[2]));
-        else if (!triangulatePolygon(polygon, soup.first, surface.triangles))
+        else if (size == 3)
+            surface.triangles.append(Surface::Triangle(polygon[0], polygon[1], polygon[2]));
+        else if (!triangulatePolygon(polygon, size, soup, surface.triangles))
             ++counts.fanned;
     }
     counts.repeatedCorner = surface.removeObsoleteTriangles();
@@ -314,7 +307,7 @@ bool SurfaceIO::read(char const* fileName, Surface& surface, McString& error, Mc
         error = unknownFormatError(fileName);
         return false;
     }
-    Soup soup;
+    PolygonSoup soup;
     if (!readSoup(fileName, format, soup, error) || !checkSoup(soup, error)) return false;
     Surface result(&surface.parameters);
     ReadCounts counts;

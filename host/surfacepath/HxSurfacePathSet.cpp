@@ -11,6 +11,7 @@
 #include "PathConnectorFactory.h"
 #include "PathSetExport.h"
 #include "PathSetFile.h"
+#include "SurfaceIO.h"
 #include "SurfaceNodeWord.h"
 
 #include <cstring>
@@ -146,9 +147,28 @@ bool HxSurfacePathSet::saveFile(char const* fileName, McString& error) {
     return PathSetFile::write(pathSet, source->getFileName(), fileName, error);
 }
 
+namespace {
+
+// Only a surface file may carry the paths: a path set naming a path set could name itself or
+// a chain of them back to itself, and loading it would recurse without end.
+bool checkSurfaceReference(char const* fileName, char const* surfaceFile, McString& error) {
+    if (SurfaceIO::isSupported(surfaceFile)) return true;
+    McString extensions;
+    for (SurfaceIO::Format const& format : SurfaceIO::getFormats())
+        extensions += McString(extensions.empty() ? "." : ", .") + format.extension;
+    if (isSameFile(fileName, surfaceFile))
+        error.printf("its \"surface\" names the path set file itself; it must name a surface file (%s)",
+                     extensions.c_str());
+    else
+        error.printf("its \"surface\" names \"%s\", which is not a surface file (%s)", surfaceFile, extensions.c_str());
+    return false;
+}
+
+}  // namespace
+
 HxData* HxSurfacePathSet::readFile(char const* fileName, McString& error) {
     PathSetFile file;
-    if (!file.read(fileName, error)) return nullptr;
+    if (!file.read(fileName, error) || !checkSurfaceReference(fileName, file.surfaceFile.c_str(), error)) return nullptr;
     HxSurface* source = findSurfaceOfFile(file.surfaceFile.c_str());
     std::unique_ptr<HxSurface> loaded;
     if (!source) {

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cfloat>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -48,7 +50,13 @@ bool readParameter(json const& node, char const* name, int i, float& value, Prob
         problems.add(McString::format("node %d: the parameter \"%s\" must be a number", i, name));
         return false;
     }
-    value = node[name].get<float>();
+    // A double beyond float's range has no float value; converting it would be undefined.
+    const double number = node[name].get<double>();
+    if (!(std::fabs(number) <= FLT_MAX)) {
+        problems.add(McString::format("node %d: the parameter \"%s\" is out of range (%g)", i, name, number));
+        return false;
+    }
+    value = float(number);
     return true;
 }
 
@@ -137,9 +145,11 @@ bool PathSetFile::parse(std::string const& text, std::string const& folder, McSt
         error = "the file has no integer \"version\"";
         return false;
     }
-    if (root["version"].get<int64_t>() > kVersion || root["version"].get<int64_t>() < 1) {
-        error.printf("version %ld of the format cannot be read (this program reads version 1 to %d)",
-                     long(root["version"].get<int64_t>()), kVersion);
+    json const& version = root["version"];
+    // Compared by sign first: a huge unsigned version would read as negative through int64_t.
+    if (!version.is_number_unsigned() || version.get<uint64_t>() < 1 || version.get<uint64_t>() > kVersion) {
+        error.printf("version %s of the format cannot be read (this program reads version 1 to %d)",
+                     version.dump().c_str(), kVersion);
         return false;
     }
     Problems problems;

@@ -45,7 +45,7 @@ set f [open $broken w]
 puts $f "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7"
 close $f
 checkError "a broken file names the file" {load $broken} "cannot load \"$broken\""
-checkError "a broken file says why" {load $broken} "vertex index 7: is out of range"
+checkError "a broken file says why" {load $broken} "line 6: face 0 uses point index 7, but the file has only 3 points"
 checkError "a missing file" {load [file join $dir none.obj]} "no such file"
 checkEqual "failed loads add nothing" {all} elephant.off
 

@@ -16,6 +16,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -155,6 +156,95 @@ TEST_F(SurfaceFiles, DefectsLoadWithOneWarningThatCountsThem) {
     delete data;
 }
 
+// Appends a number in the given byte order.
+template <class T>
+void append(std::string& bytes, T value, bool bigEndian) {
+    char raw[sizeof(T)];
+    memcpy(raw, &value, sizeof(T));
+    if (bigEndian) std::reverse(raw, raw + sizeof(T));  // the tests run on little-endian machines
+    bytes.append(raw, sizeof(T));
+}
+
+std::string binaryOffTriangle() {
+    std::string bytes = "OFF BINARY\n";
+    for (int32_t count : {3, 1, 0}) append(bytes, count, true);
+    for (float c : {0.f, 0.f, 0.f, 1.f, 0.f, 0.f, 0.f, 1.f, 0.f}) append(bytes, c, true);
+    for (int32_t word : {3, 0, 1, 2, 0}) append(bytes, word, true);
+    return bytes;
+}
+
+// Short coordinates and a uint index list, big-endian, then an element of lists to read past.
+std::string bigEndianPlyTriangle() {
+    std::string bytes =
+        "ply\nformat binary_big_endian 1.0\nelement vertex 3\nproperty short x\nproperty short y\nproperty short z\n"
+        "element face 1\nproperty list uchar uint vertex_indices\nelement tag 1\nproperty list int double values\n"
+        "end_header\n";
+    for (int16_t c : {0, 0, 0, 1, 0, 0, 0, 1, 0}) append(bytes, c, true);
+    append(bytes, uint8_t(3), true);
+    for (uint32_t index : {0u, 1u, 2u}) append(bytes, index, true);
+    append(bytes, int32_t(2), true);
+    for (double value : {0.5, 0.25}) append(bytes, value, true);
+    return bytes;
+}
+
+std::string littleEndianPlyTriangle() {
+    std::string bytes =
+        "ply\r\nformat binary_little_endian 1.0\r\ncomment by hand\r\nelement vertex 3\r\nproperty float64 x\r\n"
+        "property float64 y\r\nproperty float64 z\r\nproperty uint8 red\r\nelement face 1\r\n"
+        "property list int32 int32 vertex_index\r\nend_header\r\n";
+    for (int i = 0; i < 3; ++i) {
+        for (double c : {i == 1 ? 1.0 : 0.0, i == 2 ? 1.0 : 0.0, 0.0}) append(bytes, c, false);
+        append(bytes, uint8_t(200), false);
+    }
+    for (int32_t word : {3, 0, 1, 2}) append(bytes, word, false);
+    return bytes;
+}
+
+struct ReadableFile {
+    char const* name;
+    std::string content;
+};
+
+void PrintTo(ReadableFile const& file, std::ostream* out) { *out << file.name; }
+
+class ReadableVariant : public SurfaceFiles, public testing::WithParamInterface<ReadableFile> {};
+
+TEST_P(ReadableVariant, ReadsAsTheUnitTriangle) {
+    const Surface s = readCleanly(writeFile(GetParam().name, GetParam().content));
+    ASSERT_EQ(s.getNumPoints(), 3);
+    ASSERT_EQ(s.getNumTriangles(), 1);
+    EXPECT_EQ(s.points[0], McVec3f(0, 0, 0));
+    EXPECT_EQ(s.points[1], McVec3f(1, 0, 0));
+    EXPECT_EQ(s.points[2], McVec3f(0, 1, 0));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SurfaceIO, ReadableVariant,
+    testing::Values(
+        ReadableFile{"counts.off", "# made by hand\nOFF 3 1 0\n0 0 0\n\n+1 0 0 # comment\n0 1.0e0 0\n3 0 1 2 255 0 0\n"},
+        ReadableFile{"colour.off", "COFF\n3 1 0\n0 0 0 255 0 0 255\n1 0 0 0 255 0 255\n0 1 0 0 0 255 255\n3 0 1 2\n"},
+        ReadableFile{"normals.off", "NOFF\n3 1 0\n0 0 0 0 0 1\n1 0 0 0 0 1\n0 1 0 0 0 1\n3 0 1 2\n"},
+        ReadableFile{"homogeneous.off", "4OFF\n3 1 0\n0 0 0 2\n2 0 0 2\n0 2 0 2\n3 0 1 2\n"},
+        ReadableFile{"dimension.off", "nOFF\n4\n3 1 0\n0 0 0 9\n1 0 0 9\n0 1 0 9\n3 0 1 2\n"},
+        ReadableFile{"binary.off", binaryOffTriangle()},
+        ReadableFile{"double.ply",
+                     "ply\nformat ascii 1.0\nelement vertex 3\nproperty double x\nproperty double y\nproperty double z\n"
+                     "property uchar red\nelement face 1\nproperty list uchar int vertex_indices\nproperty int label\n"
+                     "element edge 1\nproperty list uchar int ends\nend_header\n"
+                     "0 0 0 1\n1.0 0 0 2\n0 1e0 0 3\n3 0 1 2 7\n2 0 1\n"},
+        ReadableFile{"bigendian.ply", bigEndianPlyTriangle()},
+        ReadableFile{"littleendian.ply", littleEndianPlyTriangle()}),
+    [](testing::TestParamInfo<ReadableFile> const& info) {
+        std::string name = info.param.name;
+        std::replace(name.begin(), name.end(), '.', '_');
+        return name;
+    });
+
+std::string truncatedBinaryPly() {
+    std::string bytes = littleEndianPlyTriangle();
+    return bytes.substr(0, bytes.size() - 1);
+}
+
 struct BrokenFile {
     char const* name;
     std::string content;
@@ -199,9 +289,9 @@ TEST_P(BrokenSurfaceFile, IsRefusedWithItsReasonAndAddsNothing) {
 INSTANTIATE_TEST_SUITE_P(
     SurfaceIO, BrokenSurfaceFile,
     testing::Values(
-        BrokenFile{"garbage.off", "this is not a mesh\n", "not a readable off file"},
+        BrokenFile{"garbage.off", "this is not a mesh\n", "the file does not start with an OFF header"},
         BrokenFile{"empty.stl", "", "the file is empty"},
-        BrokenFile{"index.off", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7\n", "cannot read face 0 (facet 0: vertex index 7: is out of range)"},
+        BrokenFile{"index.off", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7\n", "line 6: face 0 uses point index 7, but the file has only 3 points (indices count from 0)"},
         BrokenFile{"index.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 4\n",
                    "face 0 uses point index 3, but the file has only 3 points"},
         BrokenFile{"nan.obj", "v 0 0 0\nv nan 0 0\nv 0 1 0\nf 1 2 3\n", "not a readable obj file"},
@@ -211,11 +301,29 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"short.ply",
                    "ply\nformat ascii 1.0\nelement vertex 3\nproperty float x\nproperty float y\nproperty float z\n"
                    "element face 1\nproperty list uchar int vertex_indices\nend_header\n0 0 0\n1 0 0\n",
-                   "not a readable ply file"},
+                   "the header declares 3 vertices, but the rest of the file (12 bytes) cannot hold them"},
         BrokenFile{"points.off", "OFF\n3 0 0\n0 0 0\n1 0 0\n0 1 0\n", "the file contains no triangles"},
         BrokenFile{"lines.off", "OFF\n3 2 0\n0 0 0\n1 0 0\n0 1 0\n2 0 1\n3 1 1 2\n",
                    "the file contains no face that forms a triangle"},
         BrokenFile{"missing.off", "<missing>", "no such file"},
+        BrokenFile{"shortline.off", "COFF\n3 1 0\n0 0\n1 0 0 255 0 0\n0 1 0 0 0 255\n3 0 1 2\n",
+                   "line 3: point 0 has 2 numbers where 3 coordinates are needed"},
+        BrokenFile{"shortfile.off", "OFF\n3 2 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 2\n", "the file ends after 1 face of its 2 faces"},
+        BrokenFile{"order.ply", "ply\nformat ascii 1.0\nproperty float x\nelement vertex 0\nend_header\n",
+                   "line 3: a property comes before any element"},
+        BrokenFile{"open.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty float x\n",
+                   "the header has no end_header line"},
+        BrokenFile{"type.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty float128 x\nend_header\n",
+                   "line 4: property \"x\" has the unknown type \"float128\""},
+        BrokenFile{"length.ply",
+                   "ply\nformat ascii 1.0\nelement vertex 0\nproperty float x\nproperty float y\nproperty float z\n"
+                   "element face 0\nproperty list float int vertex_indices\nend_header\n",
+                   "the length of list \"vertex_indices\" must have an integer type, not float"},
+        BrokenFile{"nolist.ply",
+                   "ply\nformat ascii 1.0\nelement vertex 0\nproperty float x\nproperty float y\nproperty float z\n"
+                   "element face 1\nproperty int corners\nend_header\n3\n",
+                   "the face element has no vertex_indices list"},
+        BrokenFile{"truncated.ply", truncatedBinaryPly(), "face 0 lists 3 entries, more than the rest of the file holds"},
         BrokenFile{"mesh.xyz", "0 0 0\n", "unknown file format .xyz"}),
     [](testing::TestParamInfo<BrokenFile> const& info) {
         std::string name = info.param.name;
