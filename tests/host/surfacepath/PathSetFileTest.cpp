@@ -104,6 +104,10 @@ TEST_F(PathSetFiles, BrokenDocumentsAreRejectedWithTheReason) {
     EXPECT_EQ(error, "not a path set file (it needs \"format\": \"surfpath path set\")");
     EXPECT_FALSE(file.parse("{\"format\": \"surfpath path set\", \"version\": 2}", folder.string(), error));
     EXPECT_EQ(error, "version 2 of the format cannot be read (this program reads version 1 to 1)");
+    // Regression: an unsigned version beyond int64_t read as -1.
+    EXPECT_FALSE(file.parse("{\"format\": \"surfpath path set\", \"version\": 18446744073709551615}", folder.string(),
+                            error));
+    EXPECT_EQ(error.find("version 18446744073709551615 of the format cannot be read"), 0u) << error;
     EXPECT_FALSE(file.parse("{\"format\": \"surfpath path set\", \"version\": 1, \"nodes\": {}}", folder.string(), error));
     EXPECT_EQ(error, "\"surface\" must name the surface file\n\"nodes\" must be a list of nodes\n"
                      "\"paths\" must be a list of paths");
@@ -115,7 +119,8 @@ TEST_F(PathSetFiles, EveryBadNodeAndEntryIsNamed) {
     McString error;
     EXPECT_FALSE(parse(R"([{"kind": "Corner", "element": 0}, {"kind": "Edge", "element": -3},
                            {"kind": "Edge", "element": 1}, {"kind": "Triangle", "element": 1, "u": "x", "v": 0},
-                           {"kind": "Vertex", "element": 2, "controlPoint": 1}, 7])",
+                           {"kind": "Vertex", "element": 2, "controlPoint": 1}, 7,
+                           {"kind": "Edge", "element": 1, "t": 1e300}])",
                        "[[0, 9], [1.5], 3]", error));
     EXPECT_EQ(error,
               "node 0: unknown kind \"Corner\" (known kinds: Vertex, Edge, Triangle)\n"
@@ -124,7 +129,8 @@ TEST_F(PathSetFiles, EveryBadNodeAndEntryIsNamed) {
               "node 3: the parameter \"u\" must be a number\n"
               "node 4: \"controlPoint\" must be true or false\n"
               "node 5 is not an object\n"
-              "path 0, entry 1: node 9 does not exist (the file has 6 nodes)\n"
+              "node 6: the parameter \"t\" is out of range (1e+300)\n"
+              "path 0, entry 1: node 9 does not exist (the file has 7 nodes)\n"
               "path 1, entry 0: a node index must be a non-negative integer\n"
               "path 2 is not a list of node indices");
 }
