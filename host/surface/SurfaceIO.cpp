@@ -1,5 +1,6 @@
 #include "SurfaceIO.h"
 
+#include "ObjReader.h"
 #include "OffReader.h"
 #include "PlyReader.h"
 #include "PolygonSoup.h"
@@ -97,12 +98,6 @@ McString cgalReasons(std::string const& printed) {
     return joined;
 }
 
-bool parseWithCgal(int format, std::istream& in, std::vector<Point>& points, std::vector<Polygon>& polygons) {
-    auto verbose = CGAL::parameters::verbose(true);
-    if (format == OBJ) return CGAL::IO::read_OBJ(in, points, polygons, verbose);
-    return CGAL::IO::read_STL(in, points, polygons, verbose);
-}
-
 // "not a readable obj file: (details)"
 McString unreadableFile(int format, McString const& details) {
     McString text = McString::format("not a readable %s file", kFormats[format].extension);
@@ -110,8 +105,8 @@ McString unreadableFile(int format, McString const& details) {
     return text;
 }
 
-// CGAL reads OBJ and STL, whose sizes come from the file's length rather than from counts
-// in a header; their indices are checked here on the way into the soup.
+// CGAL reads STL, whose sizes come from the file's length rather than from counts in a header;
+// its indices are checked here on the way into the soup.
 bool toSoup(std::vector<Point> const& points, std::vector<Polygon> const& polygons, PolygonSoup& soup,
             McString& error) {
     if (points.size() > size_t(INT_MAX)) {
@@ -140,7 +135,7 @@ bool readWithCgal(int format, std::ifstream& in, PolygonSoup& soup, McString& er
     std::vector<Polygon> polygons;
     std::string printed;
     try {
-        if (withConsoleCaptured(printed, [&] { return parseWithCgal(format, in, points, polygons); }))
+        if (withConsoleCaptured(printed, [&] { return CGAL::IO::read_STL(in, points, polygons, CGAL::parameters::verbose(true)); }))
             return toSoup(points, polygons, soup, error);
         error = unreadableFile(format, cgalReasons(printed));
     } catch (std::bad_alloc const&) {
@@ -153,7 +148,7 @@ bool readWithCgal(int format, std::ifstream& in, PolygonSoup& soup, McString& er
     return false;
 }
 
-bool readSoup(char const* fileName, int format, PolygonSoup& soup, McString& error) {
+bool readSoup(char const* fileName, int format, PolygonSoup& soup, McString& error, McString& warnings) {
     std::ifstream in(fileName, std::ios::binary);
     if (!in) {
         error.printf("cannot open the file: %s", strerror(errno));
@@ -163,12 +158,13 @@ bool readSoup(char const* fileName, int format, PolygonSoup& soup, McString& err
         error = "the file is empty";
         return false;
     }
-    if (format != OFF && format != PLY) return readWithCgal(format, in, soup, error);
+    if (format == STL) return readWithCgal(format, in, soup, error);
     // Held whole, the file's length bounds every count in it before anything is reserved.
     std::string bytes;
     try {
         bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
         if (format == OFF) return OffReader::read(bytes, soup, error);
+        if (format == OBJ) return ObjReader::read(bytes, soup, error, warnings);
         return PlyReader::read(bytes, soup, error);
     } catch (std::bad_alloc const&) {
         error = "the file is larger than the memory left";
@@ -308,7 +304,8 @@ bool SurfaceIO::read(char const* fileName, Surface& surface, McString& error, Mc
         return false;
     }
     PolygonSoup soup;
-    if (!readSoup(fileName, format, soup, error) || !checkSoup(soup, error)) return false;
+    McString skipped;
+    if (!readSoup(fileName, format, soup, error, skipped) || !checkSoup(soup, error)) return false;
     Surface result(&surface.parameters);
     ReadCounts counts;
     try {
@@ -323,7 +320,8 @@ bool SurfaceIO::read(char const* fileName, Surface& surface, McString& error, Mc
         return false;
     }
     result.buildAllTables();
-    warnings = describeDefects(result, counts);
+    const McString defects = describeDefects(result, counts);
+    warnings = skipped.empty() || defects.empty() ? skipped + defects : skipped + "; " + defects;
     surface = std::move(result);
     return true;
 }

@@ -2,8 +2,8 @@
 // SurfaceIO: surface files in the formats OFF, OBJ, PLY and STL, chosen by the file name's
 // extension (any letter case).
 //
-// OffReader and PlyReader read OFF and PLY, whose header counts a damaged file can make
-// absurd; CGAL reads OBJ and STL and writes every format. This class checks what was read
+// OffReader, PlyReader and ObjReader read OFF, PLY and OBJ (header counts that a damaged file
+// makes absurd, statements of other tools); CGAL reads STL and writes every format. This class checks what was read
 // (finite coordinates, point indices in range), triangulates polygons with more than three corners, drops what
 // cannot form a triangle and reports the defects of the result. All CGAL code of the host's
 // surface library lives in SurfaceIO.cpp.

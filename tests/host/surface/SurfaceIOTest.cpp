@@ -156,6 +156,21 @@ TEST_F(SurfaceFiles, DefectsLoadWithOneWarningThatCountsThem) {
     delete data;
 }
 
+// Polylines as a path export writes them, and statements of other tools, cost one warning.
+TEST_F(SurfaceFiles, ObjPolylinesAndUnknownStatementsLoadTheFacesWithOneWarning) {
+    const std::string file = writeFile("paths.obj",
+                                       "maplib a.tga\nv 0 0 0\nv 1 0 0\nv 0 1 0\nmg 1 0.5\nf 1 2 3\n"
+                                       "l 1 2 \\\n 3\nl 3 1\nmg off\n");
+    HxMessage::getTheMsg()->startCapture();
+    McString error;
+    HxData* data = HxSurface::readFile(file.c_str(), error);
+    const McString console = HxMessage::getTheMsg()->stopCapture();
+    ASSERT_NE(data, nullptr) << error;
+    EXPECT_EQ(static_cast<HxSurface*>(data)->surface.getNumTriangles(), 1);
+    EXPECT_EQ(console, "Warning: paths.obj: 2 polylines (l) were ignored; 3 unknown statements were skipped (maplib, mg)\n");
+    delete data;
+}
+
 // Appends a number in the given byte order.
 template <class T>
 void append(std::string& bytes, T value, bool bigEndian) {
@@ -233,7 +248,12 @@ INSTANTIATE_TEST_SUITE_P(
                      "element edge 1\nproperty list uchar int ends\nend_header\n"
                      "0 0 0 1\n1.0 0 0 2\n0 1e0 0 3\n3 0 1 2 7\n2 0 1\n"},
         ReadableFile{"bigendian.ply", bigEndianPlyTriangle()},
-        ReadableFile{"littleendian.ply", littleEndianPlyTriangle()}),
+        ReadableFile{"littleendian.ply", littleEndianPlyTriangle()},
+        ReadableFile{"forms.obj", "# exported\nmtllib x.mtl\no tri\ng part\ns 1\nusemtl red\nv 0 0 0\nv 1 0 0 1\n"
+                                  "v\t0 1 0 0.5 0.5 0.5\nvt 0 0\nvn 0 0 1\nf 1/1/1\t2//1 3/1\n"},
+        ReadableFile{"negative.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf -3 -2 -1\n"},
+        ReadableFile{"forward.obj", "f 1 2 3\nv 0 0 0\nv 1 0 0\nv 0 1 0\n"},
+        ReadableFile{"continued.obj", "v 0 0 \\\n0\nv 1 0 0\r\nv 0 1 0\nf 1 \\\r\n2 3\n"}),
     [](testing::TestParamInfo<ReadableFile> const& info) {
         std::string name = info.param.name;
         std::replace(name.begin(), name.end(), '.', '_');
@@ -293,8 +313,16 @@ INSTANTIATE_TEST_SUITE_P(
         BrokenFile{"empty.stl", "", "the file is empty"},
         BrokenFile{"index.off", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7\n", "line 6: face 0 uses point index 7, but the file has only 3 points (indices count from 0)"},
         BrokenFile{"index.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 4\n",
-                   "face 0 uses point index 3, but the file has only 3 points"},
-        BrokenFile{"nan.obj", "v 0 0 0\nv nan 0 0\nv 0 1 0\nf 1 2 3\n", "not a readable obj file"},
+                   "line 4: face 0 uses point index 4, but the file has only 3 points"},
+        BrokenFile{"zero.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 0 1 2\n", "line 4: face 0 uses point index 0, but indices count from 1"},
+        BrokenFile{"back.obj", "v 0 0 0\nv 1 0 0\nf -1 -2 -3\nv 0 1 0\n",
+                   "line 3: face 0 uses point index -3, but only 2 points come before it"},
+        BrokenFile{"continued.obj", "v 0 0 0\\\n\nv 1 0 0\nv 0 1 0\nf 1 2 \\\n3\nf 1 2 x\n",
+                   "line 7: face 1: \"x\" is not a point index"},
+        BrokenFile{"shortpoint.obj", "v 0 0\n", "line 1: point 0 has 2 numbers where 3 coordinates are needed"},
+        BrokenFile{"polylines.obj", "# surface paths: 2\nv 0 0 0\nv 1 0 0\nv 0 1 0\nl 1 2 3\nl 3 1\n",
+                   "the file holds 2 polylines and no faces, so it has no surface to load (path sets are loaded from .json files)"},
+        BrokenFile{"nan.obj", "v 0 0 0\nv nan 0 0\nv 0 1 0\nf 1 2 3\n", "point 1 has a coordinate that is not a finite number"},
         BrokenFile{"nan.stl", binaryStlWithNaN(), "point 0 has a coordinate that is not a finite number"},
         BrokenFile{"huge.off", "OFF\n3 1 0\n0 0 0\n1e300 0 0\n0 1 0\n3 0 1 2\n",
                    "point 1 has a coordinate (1e+300) too large for single precision"},
