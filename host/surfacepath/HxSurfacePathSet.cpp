@@ -411,8 +411,12 @@ int HxSurfacePathSet::connectCmd(Tcl_Interp* interp, int, char** argv) {
     PathConnector* connector = getConnector(argv[5], error);
     if (!connector) return cmdError(interp, HX_CMD_BAD_VALUE, ("connect: " + error).c_str());
     if (!pathSet.connectSurfaceNodes(path, from, to, connector)) {
-        Tcl_VaSetResult(interp, "connect: the %s connector found no connection between positions %d and %d of path %d",
-                        argv[5], from, to, path);
+        if (connector->getFailure().empty())
+            Tcl_VaSetResult(interp, "connect: the %s connector found no connection between positions %d and %d of path %d",
+                            argv[5], from, to, path);
+        else
+            Tcl_VaSetResult(interp, "connect: %s (connecting positions %d and %d of path %d)",
+                            connector->getFailure().c_str(), from, to, path);
         return TCL_ERROR;
     }
     changed();

@@ -9,6 +9,18 @@
 
 MC_TYPED_IMPL_CREATABLE(DijkstraConnector, PathConnector)
 
+namespace {
+
+// The search runs along edges from vertex to vertex: a node inside an edge or a triangle has
+// no place in its graph.
+McString vertexNodesOnly(McString const& connector, SurfaceNode const* node, bool isStart) {
+    const bool isEdge = node->getKind() == SurfaceNode::EDGE;
+    return McString::format("the %s connector joins vertex nodes only, and the %s node is %s %s node", connector.c_str(),
+                            isStart ? "start" : "end", isEdge ? "an" : "a", isEdge ? "edge" : "triangle");
+}
+
+}  // namespace
+
 void DijkstraConnector::init(SurfacePathSet* pathSet, McProgressInterface* progress) {
     PathConnector::init(pathSet, progress);
     if (pathSet && pathSet->getSurface()) ensureGraph(pathSet->getSurface());
@@ -101,9 +113,14 @@ bool DijkstraConnector::findPath(Surface* surface, int from, int to, McDArray<in
 bool DijkstraConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
                                           McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
     between.clear();
-    if (!from || !to || from->getKind() != SurfaceNode::VERTEX || to->getKind() != SurfaceNode::VERTEX) return false;
+    mFailure.clear();
+    if (!from || !to) return false;
+    SurfaceNode const* inside = from->getKind() != SurfaceNode::VERTEX ? from
+                              : to->getKind() != SurfaceNode::VERTEX   ? to
+                                                                       : nullptr;
+    if (inside) return fail(vertexNodesOnly(getName(), inside, inside == from));
     Surface* surface = from->getSurface();
-    if (!surface || to->getSurface() != surface) return false;
+    if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
     McDArray<int> vertices;
     if (!findPath(surface, from->getElement(), to->getElement(), vertices)) return false;
     for (int64_t i = 1; i + 1 < vertices.size(); ++i) between.append(new SurfaceVertexNode(surface, vertices[i]));

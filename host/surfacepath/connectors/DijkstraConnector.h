@@ -27,8 +27,8 @@ class DijkstraConnector : public PathConnector {
     DijkstraConnector() = default;
 
     void init(SurfacePathSet* pathSet, McProgressInterface* progress) override;
-    // Fails for nodes that are not vertex nodes, lie on another surface, or lie in different
-    // components of the surface.
+    // Fails for nodes that are not vertex nodes or lie on another surface (saying so in
+    // getFailure()), and for nodes in different components of the surface.
     bool computeConnection(SurfaceNode* from, SurfaceNode* to, McDArray<McHandle<SurfaceNode>>& between,
                            McProgressInterface* progress) override;
     int parse(Tcl_Interp* interp, int argc, char** argv) override;

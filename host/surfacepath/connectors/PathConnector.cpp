@@ -8,6 +8,11 @@ MC_TYPED_IMPL(PathConnector, McTypedObject)
 
 void PathConnector::init(SurfacePathSet* pathSet, McProgressInterface*) { mPathSet = pathSet; }
 
+bool PathConnector::fail(McString const& reason) {
+    mFailure = reason;
+    return false;
+}
+
 McString PathConnector::getName() const {
     McString name = getTypeId()->getName();
     static const McString suffix = "Connector";

@@ -26,12 +26,16 @@ class PathConnector : public McTypedObject {
     // null.
     virtual void init(SurfacePathSet* pathSet, McProgressInterface* progress);
     // Fills `between` with new nodes from `from` to `to`, both excluded, and returns true; on
-    // failure returns false and leaves `between` empty.
+    // failure returns false and leaves `between` empty. Implementations clear getFailure() first.
     virtual bool computeConnection(SurfaceNode* from, SurfaceNode* to, McDArray<McHandle<SurfaceNode>>& between,
                                    McProgressInterface* progress) = 0;
     // Handles `... connector WORD ...` (argv[1] is "connector"). Returns TCL_OK with the result
     // set, or TCL_ERROR with an explanation.
     virtual int parse(Tcl_Interp* interp, int argc, char** argv);
+
+    // Why the last computeConnection() failed, in a user's words, where the nodes it was given
+    // are the cause (the wrong kind, another surface); empty where no connection exists.
+    McString const& getFailure() const { return mFailure; }
 
     SurfacePathSet* getPathSet() const { return mPathSet; }
     // The name the factory knows the connector by: its class name without "Connector".
@@ -40,6 +44,9 @@ class PathConnector : public McTypedObject {
   protected:
     // The words parse() understands, for its error message.
     virtual char const* getCommands() const { return "getName"; }
+    // Keeps `reason` for getFailure() and returns false.
+    bool fail(McString const& reason);
 
     SurfacePathSet* mPathSet = nullptr;
+    McString mFailure;
 };

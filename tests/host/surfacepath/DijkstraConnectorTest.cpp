@@ -7,6 +7,7 @@
 #include "HxPortMultiMenu.h"
 #include "PathConnectorFactory.h"
 #include "Surface.h"
+#include "SurfaceEdgeNode.h"
 #include "SurfaceIO.h"
 #include "SurfacePathSet.h"
 #include "SurfaceTriangleNode.h"
@@ -117,14 +118,26 @@ TEST(DijkstraConnector, RefusesWhatItCannotJoin) {
     DijkstraConnector dijkstra;
     dijkstra.init(&set, nullptr);
     McHandle<SurfaceNode> a = new SurfaceVertexNode(&apart, 0), b = new SurfaceVertexNode(&apart, 4);
-    McDArray<McHandle<SurfaceNode>> between;
-    EXPECT_FALSE(dijkstra.computeConnection(a, b, between, nullptr)) << "different components";
     McHandle<SurfaceNode> inside = new SurfaceTriangleNode(&apart, 0, 0.2f, 0.2f);
-    EXPECT_FALSE(dijkstra.computeConnection(a, inside, between, nullptr));
+    McHandle<SurfaceNode> onEdge = new SurfaceEdgeNode(&apart, 0, 0.5f);
     Surface quad = makeQuad();
     McHandle<SurfaceNode> elsewhere = new SurfaceVertexNode(&quad, 1);
-    EXPECT_FALSE(dijkstra.computeConnection(a, elsewhere, between, nullptr)) << "another surface";
-    EXPECT_TRUE(between.empty());
+    struct Refusal {
+        SurfaceNode* from;
+        SurfaceNode* to;
+        char const* failure;
+    };
+    for (Refusal const& refusal : {
+             Refusal{a, inside, "the Dijkstra connector joins vertex nodes only, and the end node is a triangle node"},
+             Refusal{onEdge, b, "the Dijkstra connector joins vertex nodes only, and the start node is an edge node"},
+             Refusal{a, elsewhere, "the two nodes lie on different surfaces"},
+             Refusal{a, b, ""},  // separate components: there is simply no connection
+         }) {
+        McDArray<McHandle<SurfaceNode>> between;
+        EXPECT_FALSE(dijkstra.computeConnection(refusal.from, refusal.to, between, nullptr));
+        EXPECT_EQ(dijkstra.getFailure(), refusal.failure);
+        EXPECT_TRUE(between.empty());
+    }
 }
 
 TEST(DijkstraConnector, FollowsAChangedSurface) {

@@ -77,7 +77,8 @@ TEST_F(PathSetCommands, MistakesAreExplained) {
     EXPECT_EQ(eval("PS connect 0 0 1 Teleport"), "bad value: connect: there is no path connector named \"Teleport\"");
     EXPECT_EQ(eval("PS addPath v:0 t:0:0.2:0.2"), "1");
     EXPECT_EQ(eval("PS connect 1 0 1 Dijkstra"),
-              "connect: the Dijkstra connector found no connection between positions 0 and 1 of path 1");
+              "connect: the Dijkstra connector joins vertex nodes only, and the end node is a triangle node "
+              "(connecting positions 0 and 1 of path 1)");
     EXPECT_EQ(eval("PS export lines.ply"), "cannot export PS to \"lines.ply\": unknown export format \"ply\" (known formats: .obj, .vtk)");
     EXPECT_TRUE(failed);
 }
