@@ -2,15 +2,14 @@
 
 #include "HxGlobalCommands.h"
 #include "HxInterpreter.h"
+#include "HxLineReader.h"
 #include "HxResources.h"
 #include "HxSurface.h"
 #include "HxSurfacePathSet.h"
 
 #include <cstdio>
 #include <cstring>
-#include <iostream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 char const* const kUsage =
@@ -80,14 +79,10 @@ int HxShell::runCommand(char const* command) {
 // Reads lines until they form a complete command, evaluates it and prints the result.
 int HxShell::runInteractive() {
     HxInterpreter& interp = HxInterpreter::getTheInterpreter();
-    const bool prompt = isatty(fileno(stdin));
+    HxLineReader input;
     std::string command, line;
     for (;;) {
-        if (prompt) {
-            std::fputs(command.empty() ? "surfpath> " : "> ", stdout);
-            std::fflush(stdout);
-        }
-        if (!std::getline(std::cin, line)) break;
+        if (!input.readLine(command.empty() ? "surfpath> " : "> ", line)) break;
         command += line;
         command += '\n';
         if (!Tcl_CommandComplete(command.c_str())) continue;
@@ -100,6 +95,6 @@ int HxShell::runInteractive() {
             std::printf("%s\n", result.c_str());
         std::fflush(stdout);
     }
-    if (prompt) std::fputs("\n", stdout);
+    if (input.isTerminal()) std::fputs("\n", stdout);
     return 0;
 }
