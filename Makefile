@@ -1,12 +1,17 @@
 # Top-level entry points. `make` builds into build/, `make test` installs what is missing,
-# builds and runs every test (plain and with sanitizers), `make demo` runs the demo.
+# builds and runs every test (plain, with sanitizers, and a short run of each fuzz target),
+# `make demo` runs the demo.
 
 JOBS ?= 2
 BUILD ?= build
 ASAN_BUILD ?= build-asan
+FUZZ_BUILD ?= build-fuzz
+# Seconds per fuzz target in `make test`; two run at a time.
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS = off ply obj stl pathset tcl
 CMAKE_FLAGS ?=
 
-.PHONY: all build deps test test-plain test-asan demo bench clean
+.PHONY: all build deps test test-plain test-asan test-fuzz demo bench clean
 
 all: build
 
@@ -25,6 +30,7 @@ deps:
 test: deps
 	$(MAKE) test-plain
 	$(MAKE) test-asan
+	$(MAKE) test-fuzz
 
 test-plain: build
 	cd $(BUILD) && ctest --output-on-failure -j$(JOBS)
@@ -34,6 +40,25 @@ test-asan: $(ASAN_BUILD)/CMakeCache.txt
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest --output-on-failure -j$(JOBS)
+
+$(FUZZ_BUILD)/CMakeCache.txt:
+	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=Debug -DSURFPATH_FUZZ=ON \
+	  -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ $(CMAKE_FLAGS)
+
+# Each target runs over its seeds (the small real meshes, the bad inputs) and what earlier
+# runs kept, then mutates for FUZZ_SECONDS. A crash, a leak, an input slower than 10 s or one
+# allocation over 256 MB fails; the input is kept in $(FUZZ_BUILD)/fuzz/artifacts.
+test-fuzz: $(FUZZ_BUILD)/CMakeCache.txt
+	cmake --build $(FUZZ_BUILD) -j$(JOBS)
+	$(MAKE) -j$(JOBS) $(FUZZ_TARGETS:%=fuzz-run-%)
+
+fuzz-run-%:
+	@cd $(FUZZ_BUILD)/fuzz && mkdir -p corpus/$* artifacts/$* logs && \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
+	  ../bin/fuzz_$* -max_total_time=$(FUZZ_SECONDS) -timeout=10 -malloc_limit_mb=256 -rss_limit_mb=1024 \
+	    -close_fd_mask=3 -print_final_stats=1 -artifact_prefix=artifacts/$*/ corpus/$* seeds/$* >logs/$*.log 2>&1 \
+	  && echo "fuzz_$*: $$(grep -E '^#[0-9]+[[:space:]]+DONE' logs/$*.log)" \
+	  || { tail -n 60 logs/$*.log; echo "fuzz_$*: FAILED, input in $(FUZZ_BUILD)/fuzz/artifacts/$*"; exit 1; }
 
 demo: deps build
 	$(BUILD)/bin/surfpath examples/demo.tcl $(BUILD)/data/meshes $(BUILD)/demo-output
@@ -45,4 +70,4 @@ bench: build
 	$(BUILD)/bin/editor_bench
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

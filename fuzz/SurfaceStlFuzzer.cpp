@@ -1,0 +1,8 @@
+// Any bytes in a .stl file: `load` refuses them with a reason or returns a sound surface.
+
+#include "FuzzSupport.h"
+
+extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
+    readSurfaceFile("stl", data, size);
+    return 0;
+}
