@@ -50,7 +50,7 @@ $(FUZZ_BUILD)/CMakeCache.txt:
 # allocation over 256 MB fails; the input is kept in $(FUZZ_BUILD)/fuzz/artifacts.
 test-fuzz: $(FUZZ_BUILD)/CMakeCache.txt
 	cmake --build $(FUZZ_BUILD) -j$(JOBS)
-	$(MAKE) -j$(JOBS) $(FUZZ_TARGETS:%=fuzz-run-%)
+	$(MAKE) -k -j$(JOBS) $(FUZZ_TARGETS:%=fuzz-run-%)
 
 fuzz-run-%:
 	@cd $(FUZZ_BUILD)/fuzz && mkdir -p corpus/$* artifacts/$* logs && \

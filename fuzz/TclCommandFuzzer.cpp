@@ -17,14 +17,17 @@
 #include "PathSetFile.h"
 #include "SurfaceIO.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <string>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kMaxCommands = 24;
+char const* const kScratchFiles[] = {"cube.off", "paths.json", "short.off"};
 
 Tcl_Interp* startHost() {
     Tcl_Interp* interp = HxInterpreter::getTheInterpreter().getTclInterp();
@@ -92,5 +95,11 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* data, size_t size) {
         start = end + 1;
     }
     HxObjectPool::getTheObjectPool().removeAll();
+    // What an input saved would make the next one behave differently.
+    for (auto const& entry : std::filesystem::directory_iterator(scratchFolder())) {
+        const std::string name = entry.path().filename().string();
+        if (std::find(std::begin(kScratchFiles), std::end(kScratchFiles), name) == std::end(kScratchFiles))
+            std::filesystem::remove_all(entry.path());
+    }
     return 0;
 }
