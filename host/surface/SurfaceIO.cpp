@@ -4,6 +4,7 @@
 #include "OffReader.h"
 #include "PlyReader.h"
 #include "PolygonSoup.h"
+#include "PolygonTriangulator.h"
 #include "Surface.h"
 
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
@@ -12,7 +13,6 @@
 #include <CGAL/IO/OFF.h>
 #include <CGAL/IO/PLY.h>
 #include <CGAL/IO/STL.h>
-#include <CGAL/Polygon_mesh_processing/triangulate_hole.h>
 
 #include <algorithm>
 #include <array>
@@ -196,21 +196,11 @@ bool triangulatePolygon(int const* polygon, size_t size, PolygonSoup const& soup
     std::vector<int> corners(polygon, polygon + size);
     std::sort(corners.begin(), corners.end());
     if (std::adjacent_find(corners.begin(), corners.end()) == corners.end()) {
-        std::vector<Point> ring;
-        for (size_t k = 0; k < size; ++k) {
-            std::array<double, 3> const& p = soup.points[size_t(polygon[k])];
-            ring.push_back(Point(p[0], p[1], p[2]));
-        }
-        std::vector<CGAL::Triple<int, int, int>> found;
-        CGAL::Polygon_mesh_processing::triangulate_hole_polyline(
-            ring, std::back_inserter(found), CGAL::parameters::use_2d_constrained_delaunay_triangulation(true));
-        if (found.size() + 2 == size) {
-            // Corners in ring order give every triangle the polygon's orientation.
-            for (auto const& t : found) {
-                int i[3] = {t.first, t.second, t.third};
-                std::sort(i, i + 3);
-                out.append(Surface::Triangle(polygon[i[0]], polygon[i[1]], polygon[i[2]]));
-            }
+        std::vector<std::array<double, 3>> ring;
+        for (size_t k = 0; k < size; ++k) ring.push_back(soup.points[size_t(polygon[k])]);
+        std::vector<std::array<int, 3>> found;
+        if (PolygonTriangulator::triangulate(ring, found)) {
+            for (auto const& t : found) out.append(Surface::Triangle(polygon[t[0]], polygon[t[1]], polygon[t[2]]));
             return true;
         }
     }
