@@ -125,7 +125,8 @@ bool PathSetFile::read(char const* fileName, McString& error) {
     }
     std::stringstream text;
     text << in.rdbuf();
-    const fs::path folder = fs::absolute(fs::path(fileName)).parent_path();
+    std::error_code ignored;  // a folder that cannot be resolved leaves references relative to here
+    const fs::path folder = fs::absolute(fs::path(fileName), ignored).parent_path();
     return parse(text.str(), folder.string(), error);
 }
 
@@ -223,8 +224,21 @@ bool PathSetFile::write(SurfacePathSet const& set, char const* surfaceFile, char
         error = "the path set is broken: " + problem;
         return false;
     }
-    const fs::path folder = fs::absolute(fs::path(fileName)).parent_path();
-    const fs::path surface = fs::absolute(fs::path(surfaceFile)).lexically_normal();
+    if (!fileName || !*fileName) {
+        error = "no file name was given";
+        return false;
+    }
+    if (!surfaceFile || !*surfaceFile) {
+        error = "the surface has no file to refer to; save the surface first";
+        return false;
+    }
+    std::error_code failure;
+    const fs::path folder = fs::absolute(fs::path(fileName), failure).parent_path();
+    const fs::path surface = fs::absolute(fs::path(surfaceFile), failure).lexically_normal();
+    if (failure) {
+        error = McString("cannot resolve the file's folder: ") + failure.message().c_str();
+        return false;
+    }
     fs::path reference = surface.lexically_relative(folder);
     if (reference.empty()) reference = surface;
     return AtomicFile::write(fileName, toText(set, reference.string()), error);

@@ -63,6 +63,8 @@ set before [all]
 checkError "a broken file" {load $broken} "cannot load \"$broken\": not a valid JSON file: parse error"
 checkEqual "nothing was added" {all} $before
 checkEqual "the loaded set is unchanged" {$loaded getPath 0} $path
+# Fuzzing once brought the program down with an empty name.
+checkError "saving needs a file name" {$loaded save ""} "no file name was given"
 
 $loaded export [file join $tmp.d paths.obj]
 set f [open [file join $tmp.d paths.obj]]
