@@ -241,5 +241,12 @@ bool PathSetFile::write(SurfacePathSet const& set, char const* surfaceFile, char
     }
     fs::path reference = surface.lexically_relative(folder);
     if (reference.empty()) reference = surface;
-    return AtomicFile::write(fileName, toText(set, reference.string()), error);
+    std::string text;
+    try {
+        text = toText(set, reference.string());
+    } catch (json::exception const&) {  // JSON text holds UTF-8 only
+        error = "the surface's file name is not valid UTF-8, so a path set file cannot refer to it";
+        return false;
+    }
+    return AtomicFile::write(fileName, text, error);
 }

@@ -90,6 +90,10 @@ TEST_F(PathSetFiles, SavingReplacesTheFileWhole) {
     EXPECT_EQ(files, 1) << "no temporary file is left behind";
     EXPECT_FALSE(PathSetFile::write(set, surfaceFile.c_str(), path("missing/set.json").c_str(), error));
     EXPECT_NE(error.find("cannot create a file next to"), std::string::npos) << error;
+    // Found by fuzzing: names that JSON cannot hold ended the program.
+    EXPECT_FALSE(PathSetFile::write(set, "bad\xff.off", path("set.json").c_str(), error));
+    EXPECT_NE(error.find("not valid UTF-8"), std::string::npos) << error;
+    EXPECT_FALSE(PathSetFile::write(set, surfaceFile.c_str(), "", error));
     set.paths[0].nodeIndices[0] = 17;
     EXPECT_FALSE(PathSetFile::write(set, surfaceFile.c_str(), path("set.json").c_str(), error));
     EXPECT_EQ(error, "the path set is broken: path 0: entry 0 names node 17, but the set has 3 nodes");
