@@ -58,7 +58,7 @@ fuzz-run-%:
 	@cd $(FUZZ_BUILD)/fuzz && rm -rf tmp/$* && mkdir -p corpus/$* artifacts/$* logs tmp/$* && \
 	  TMPDIR=$$PWD/tmp/$* LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  ../bin/fuzz_$* -seed=$(FUZZ_SEED) -max_total_time=$(FUZZ_SECONDS) -timeout=10 -malloc_limit_mb=256 -rss_limit_mb=1024 \
-	    -close_fd_mask=3 -print_final_stats=1 -artifact_prefix=artifacts/$*/ corpus/$* seeds/$* >logs/$*.log 2>&1 \
+	    -close_fd_mask=3 -print_final_stats=1 -artifact_prefix=$$PWD/artifacts/$*/ corpus/$* seeds/$* >logs/$*.log 2>&1 \
 	  && echo "fuzz_$*: $$(grep -E '^#[0-9]+[[:space:]]+DONE' logs/$*.log)" \
 	  || { tail -n 60 logs/$*.log; echo "fuzz_$*: FAILED, input in $(FUZZ_BUILD)/fuzz/artifacts/$*"; exit 1; }
 

@@ -13,7 +13,7 @@
 #include <cstring>
 
 namespace {
-// Coin warns that it finds no GLX context; offscreen rendering through OSMesa needs none,
+// Coin warns that it finds no GLX context; offscreen rendering through EGL needs none,
 // so that warning is noise. Everything else is reported.
 void coinMessageHandler(SoError const* error, void*) {
     char const* text = error->getDebugString().getString();

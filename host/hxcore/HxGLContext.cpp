@@ -1,10 +1,23 @@
 #include "HxGLContext.h"
 
-#include <GL/osmesa.h>
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <GL/gl.h>
 #include <Inventor/C/glue/gl.h>
 
 namespace {
-OSMesaContext asContext(void* context) { return static_cast<OSMesaContext>(context); }
+// One display for the whole process: surfaceless, so that no window system is needed.
+EGLDisplay theDisplay() {
+    static EGLDisplay display = [] {
+        auto getPlatformDisplay =
+            reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
+        EGLDisplay d = getPlatformDisplay ? getPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr)
+                                          : EGL_NO_DISPLAY;
+        if (d != EGL_NO_DISPLAY && !eglInitialize(d, nullptr, nullptr)) d = EGL_NO_DISPLAY;
+        return d;
+    }();
+    return display;
+}
 
 cc_glglue_offscreen_data createOffscreen(unsigned int width, unsigned int height) {
     auto* context = new HxGLContext;
@@ -17,34 +30,68 @@ void destructOffscreen(cc_glglue_offscreen_data data) { delete static_cast<HxGLC
 }  // namespace
 
 HxGLContext::HxGLContext() {
-    // RGBA with a 24-bit depth buffer; no stencil or accumulation buffer is needed.
-    mContext = OSMesaCreateContextExt(OSMESA_RGBA, 24, 0, 0, nullptr);
+    EGLDisplay display = theDisplay();
+    if (display == EGL_NO_DISPLAY || !eglBindAPI(EGL_OPENGL_API)) return;
+    // RGBA with a 24-bit depth buffer; no stencil or multisampling is needed.
+    const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+                                 EGL_RED_SIZE,     8,                EGL_GREEN_SIZE,      8,
+                                 EGL_BLUE_SIZE,    8,                EGL_ALPHA_SIZE,      8,
+                                 EGL_DEPTH_SIZE,   24,               EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    if (!eglChooseConfig(display, attributes, &config, 1, &count) || count < 1) return;
+    EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, nullptr);
+    if (context == EGL_NO_CONTEXT) return;
+    mConfig = config;
+    mContext = context;
     setSize(1, 1);
 }
 
 HxGLContext::~HxGLContext() {
     release();
-    if (mContext) OSMesaDestroyContext(asContext(mContext));
+    if (mSurface) eglDestroySurface(theDisplay(), static_cast<EGLSurface>(mSurface));
+    if (mContext) eglDestroyContext(theDisplay(), static_cast<EGLContext>(mContext));
 }
 
 void HxGLContext::setSize(int width, int height) {
-    mWidth = width < 1 ? 1 : width;
-    mHeight = height < 1 ? 1 : height;
-    mPixels.assign(static_cast<size_t>(mWidth) * mHeight * 4, 0);
+    width = width < 1 ? 1 : width;
+    height = height < 1 ? 1 : height;
+    if (!mContext || (mSurface && width == mWidth && height == mHeight)) return;
+    const bool wasCurrent = mSurface && eglGetCurrentContext() == static_cast<EGLContext>(mContext);
+    EGLSurface old = static_cast<EGLSurface>(mSurface);
+    const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
+    mSurface = eglCreatePbufferSurface(theDisplay(), static_cast<EGLConfig>(mConfig), size);
+    if (mSurface == EGL_NO_SURFACE) {
+        mSurface = old;
+        return;
+    }
+    mWidth = width;
+    mHeight = height;
     // A context current on the old buffer must be bound to the new one.
-    if (mContext && OSMesaGetCurrentContext() == asContext(mContext))
-        OSMesaMakeCurrent(asContext(mContext), mPixels.data(), GL_UNSIGNED_BYTE, mWidth, mHeight);
+    if (wasCurrent) makeCurrent();
+    if (old) eglDestroySurface(theDisplay(), old);
 }
 
 bool HxGLContext::makeCurrent() {
-    return mContext && OSMesaMakeCurrent(asContext(mContext), mPixels.data(), GL_UNSIGNED_BYTE, mWidth, mHeight);
+    if (!mContext || !mSurface) return false;
+    EGLSurface surface = static_cast<EGLSurface>(mSurface);
+    return eglMakeCurrent(theDisplay(), surface, surface, static_cast<EGLContext>(mContext));
 }
 
-// OSMesa cannot hand the previous context back without its buffer; every drawer makes its
-// own context current before it draws, so releasing is all that is needed.
+// Every drawer makes its own context current before it draws, so releasing is all that is
+// needed to hand the thread back.
 void HxGLContext::release() {
-    if (mContext && OSMesaGetCurrentContext() == asContext(mContext))
-        OSMesaMakeCurrent(nullptr, nullptr, GL_UNSIGNED_BYTE, 0, 0);
+    if (mContext && eglGetCurrentContext() == static_cast<EGLContext>(mContext))
+        eglMakeCurrent(theDisplay(), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+}
+
+unsigned char const* HxGLContext::getPixels() {
+    mPixels.assign(static_cast<size_t>(mWidth) * mHeight * 4, 0);
+    if (!makeCurrent()) return mPixels.data();
+    glFinish();
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, mWidth, mHeight, GL_RGBA, GL_UNSIGNED_BYTE, mPixels.data());
+    return mPixels.data();
 }
 
 void HxGLContext::installOffscreenCallbacks() {

@@ -1,6 +1,8 @@
 #pragma once
-// HxGLContext: an offscreen OpenGL context with its own RGBA colour buffer and a depth
-// buffer, rendered by OSMesa in main memory, so that viewers draw without any display.
+// HxGLContext: an offscreen OpenGL context with an RGBA colour buffer and a depth buffer,
+// rendered in software without any display (an EGL pbuffer on Mesa's surfaceless platform).
+// EGL, unlike a private software GL library, dispatches through the same vendor-neutral GL
+// as the window system, so an offscreen viewer and a window's viewer share one process.
 //
 // Coin's own offscreen rendering (SoOffscreenRenderer) is routed to contexts of this class
 // too (installOffscreenCallbacks), so that it works headless as well.
@@ -23,8 +25,8 @@ class HxGLContext {
     bool makeCurrent();
     // Releases the context if it is current.
     void release();
-    // The colour buffer: width x height RGBA pixels, bottom row first.
-    unsigned char const* getPixels() const { return mPixels.data(); }
+    // The colour buffer read back from GL: width x height RGBA pixels, bottom row first.
+    unsigned char const* getPixels();
     // The largest window side we allow (a 256 MB buffer).
     static constexpr int kMaxSize = 8192;
 
@@ -32,7 +34,9 @@ class HxGLContext {
     static void installOffscreenCallbacks();
 
   private:
-    void* mContext = nullptr;  // OSMesaContext
+    void* mContext = nullptr;  // EGLContext
+    void* mSurface = nullptr;  // EGLSurface
+    void* mConfig = nullptr;   // EGLConfig
     std::vector<unsigned char> mPixels;
     int mWidth = 0;
     int mHeight = 0;
