@@ -25,12 +25,9 @@ void HxMessage::vprintf(char const* format, va_list args) {
 
 int HxMessage::error(char const* text, char const* button0, char const* button1, char const* button2,
                      int defaultButton, int escapeButton) {
-    if (mDialogs) {
-        mDialogs->error(text);
-        return 0;
-    }
+    // The console keeps a record of every error, also of those shown in a dialog.
     emit(McString::format("Error: %s", text), true);
-    return 0;
+    return mDialogs ? mDialogs->error(text, button0, button1, button2, defaultButton, escapeButton) : 0;
 }
 
 int HxMessage::question(char const* text, char const* button0, char const* button1, char const* button2,
@@ -64,6 +61,7 @@ void HxMessage::emit(McString const& text, bool isError) {
         mCaptured += line;
         return;
     }
+    if (mConsole) mConsole->print(line.c_str(), isError);
     std::FILE* stream = isError ? stderr : stdout;
     std::fputs(line.c_str(), stream);
     std::fflush(stream);

@@ -3,7 +3,8 @@
 //
 // Headless, printf() writes to standard output, error() to standard error, and question()
 // answers with the button index held in the Tcl variable hx::questionAnswer (default 0).
-// A GUI installs a HxDialogProvider to show real dialogs. Tests capture the console.
+// A GUI installs a HxDialogProvider to show real dialogs and a HxConsoleOutput to show the
+// console's lines in its window. Tests capture the console.
 
 #include "McString.h"
 
@@ -12,10 +13,19 @@
 class HxDialogProvider {
   public:
     virtual ~HxDialogProvider() = default;
-    virtual void error(char const* text) = 0;
-    // Returns the index of the chosen button.
+    // Both return the index of the chosen button; null button texts are left out (an error
+    // without any shows a single OK button).
+    virtual int error(char const* text, char const* button0, char const* button1, char const* button2,
+                      int defaultButton, int escapeButton) = 0;
     virtual int question(char const* text, char const* button0, char const* button1, char const* button2,
                          int defaultButton, int escapeButton) = 0;
+};
+
+class HxConsoleOutput {
+  public:
+    virtual ~HxConsoleOutput() = default;
+    // One or more lines, each ending in a newline.
+    virtual void print(char const* text, bool isError) = 0;
 };
 
 class HxMessage {
@@ -35,6 +45,9 @@ class HxMessage {
 
     // Installs the dialogs of a GUI (null: headless); the caller keeps ownership.
     void setDialogProvider(HxDialogProvider* provider) { mDialogs = provider; }
+    // Shows the console in a GUI as well as on the terminal (null: terminal only); the
+    // caller keeps ownership.
+    void setConsoleOutput(HxConsoleOutput* output) { mConsole = output; }
 
     // While capturing, console and error text go to a buffer instead of the terminal.
     void startCapture();
@@ -46,6 +59,7 @@ class HxMessage {
     void emit(McString const& text, bool isError);
 
     HxDialogProvider* mDialogs = nullptr;
+    HxConsoleOutput* mConsole = nullptr;
     bool mCapturing = false;
     McString mCaptured;
 };

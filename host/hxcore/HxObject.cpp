@@ -1,5 +1,7 @@
 #include "HxObject.h"
 
+#include "HxPortObserver.h"
+
 #include "HxConnection.h"
 #include "HxInterpreter.h"
 #include "HxObjectPool.h"
@@ -64,6 +66,7 @@ void HxObject::fire(int arg) {
     for (HxPort* port : ports)
         if (mPorts.findFirst(port) >= 0) port->untouch();
     mTouchMask = 0;
+    HxPortObserver::notifyObjectFired(this);
     McDArray<HxConnection*> downstream = mDownstream;
     for (HxConnection* connection : downstream) {
         if (mDownstream.findFirst(connection) < 0) continue;

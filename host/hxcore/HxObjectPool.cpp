@@ -3,6 +3,7 @@
 #include "HxEditor.h"
 #include "HxInterpreter.h"
 #include "HxObject.h"
+#include "HxPortObserver.h"
 
 #include <cstring>
 
@@ -28,6 +29,7 @@ void HxObjectPool::addObject(HxObject* object) {
     mObjects.append(object);
     object->ref();
     HxInterpreter::getTheInterpreter().addCommand(object->getLabel(), objectCommand, object);
+    HxPortObserver::notifyPoolChanged();
 }
 
 void HxObjectPool::removeObject(HxObject* object) {
@@ -39,6 +41,7 @@ void HxObjectPool::removeObject(HxObject* object) {
     if (object->isOfType(HxEditor::getClassTypeId())) static_cast<HxEditor*>(object)->detach();
     HxInterpreter::getTheInterpreter().removeCommand(object->getLabel());
     object->unref();
+    HxPortObserver::notifyPoolChanged();
 }
 
 void HxObjectPool::removeAll() {
@@ -68,6 +71,7 @@ void HxObjectPool::renameObject(HxObject* object, char const* label) {
     if (unique == object->getLabel()) return;
     HxInterpreter::getTheInterpreter().renameCommand(object->getLabel(), unique.c_str());
     object->HxBase::setLabel(unique.c_str());
+    HxPortObserver::notifyPoolChanged();
 }
 
 McString HxObjectPool::makeUniqueLabel(char const* label, HxObject const* except) const {

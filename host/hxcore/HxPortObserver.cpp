@@ -9,3 +9,11 @@ void HxPortObserver::setObserver(HxPortObserver* observer) { theObserver = obser
 void HxPortObserver::notifyPortsChanged(HxObject* object) {
     if (theObserver) theObserver->portsChanged(object);
 }
+
+void HxPortObserver::notifyObjectFired(HxObject* object) {
+    if (theObserver) theObserver->objectFired(object);
+}
+
+void HxPortObserver::notifyPoolChanged() {
+    if (theObserver) theObserver->poolChanged();
+}

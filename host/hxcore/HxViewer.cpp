@@ -90,17 +90,30 @@ void HxViewer::ensureContext() {
     mContext->setSize(size[0], size[1]);
 }
 
+void HxViewer::setViewing(bool on) {
+    if (on == mViewing) return;
+    mViewing = on;
+    if (mWindow) mWindow->viewingChanged(on);
+}
+
 bool HxViewer::makeCurrent() {
+    if (mWindow) return mWindow->makeCurrent();
     ensureContext();
     return mContext->makeCurrent();
 }
 
-void HxViewer::redraw() {
-    if (!makeCurrent()) return;
+void HxViewer::aimHeadlight() {
     // The light shines along the view direction, slightly from the upper left.
     SbVec3f direction;
     mCamera->orientation.getValue().multVec(SbVec3f(0.3f, -0.4f, -1.0f), direction);
-    mHeadlight->direction = direction;
+    if (mHeadlight->direction.getValue() != direction) mHeadlight->direction = direction;
+}
+
+void HxViewer::redraw() {
+    if (mWindow) mWindow->scheduleRedraw();
+    ensureContext();
+    if (!mContext->makeCurrent()) return;
+    aimHeadlight();
 
     SbVec2s size = mViewport.getWindowSize();
     glViewport(0, 0, size[0], size[1]);
@@ -140,7 +153,7 @@ bool HxViewer::processEvent(SoEvent* event) {
     }
     // Esc switches between viewing and picking, as in the viewer window.
     if (!handled && SO_KEY_PRESS_EVENT(event, ESCAPE)) {
-        mViewing = !mViewing;
+        setViewing(!mViewing);
         handled = true;
     }
     return handled;

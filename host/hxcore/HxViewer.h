@@ -5,6 +5,10 @@
 //
 // Window coordinates have their origin at the bottom left, as Inventor events have.
 // Every event, scripted or from a window, goes through processEvent (see HxController).
+//
+// A GUI shows the viewer in a window (setWindow): the window then draws the same scene root
+// with its own GL context, which event callbacks draw into while the window's events are
+// handled, and both sides keep the viewing mode and the size in step.
 
 #include "McString.h"
 #include "McVec3f.h"
@@ -24,6 +28,17 @@ class SoPerspectiveCamera;
 class SoPickedPoint;
 class SoRayPickAction;
 class SoSeparator;
+
+class HxViewerWindow {
+  public:
+    virtual ~HxViewerWindow() = default;
+    // Makes the window's GL context current (for overlays drawn during an event).
+    virtual bool makeCurrent() = 0;
+    // The scene should be drawn again soon.
+    virtual void scheduleRedraw() = 0;
+    // The viewer's viewing mode changed (by a script or by Esc).
+    virtual void viewingChanged(bool viewing) = 0;
+};
 
 class HxViewer {
   public:
@@ -46,7 +61,12 @@ class HxViewer {
     // === Modes
     // True in camera-navigation mode: mouse buttons move the camera and pick nothing.
     bool isViewing() const { return mViewing; }
-    void setViewing(bool on) { mViewing = on; }
+    void setViewing(bool on);
+
+    // === Window
+    // Shows the viewer in a window (null: offscreen only); the caller keeps ownership.
+    void setWindow(HxViewerWindow* window) { mWindow = window; }
+    HxViewerWindow* getWindow() const { return mWindow; }
 
     // === Camera
     // Frames everything in the scene.
@@ -56,13 +76,16 @@ class HxViewer {
     bool project(McVec3f const& world, float& sx, float& sy) const;
 
     // === Rendering
-    // Renders the scene now into the offscreen image.
+    // Renders the scene now into the offscreen image, and has a window draw it again.
     void redraw();
+    // Turns the headlight along the current view direction; done before every rendering.
+    void aimHeadlight();
     // The last rendered image: width x height RGBA rows, bottom row first.
     unsigned char const* getImage() const;
     // Renders and writes a PNG (written to a temporary file, then renamed).
     bool snapshot(char const* fileName, McString& error);
-    // Makes the viewer's GL context current (for overlays drawn while an event is handled).
+    // Makes the viewer's GL context current (for overlays drawn while an event is handled):
+    // the window's when there is one, else the offscreen one.
     bool makeCurrent();
 
     // === Events and picks
@@ -79,6 +102,7 @@ class HxViewer {
 
     int mId;
     bool mViewing = false;
+    HxViewerWindow* mWindow = nullptr;
     SbViewportRegion mViewport;
     SoSeparator* mRoot = nullptr;
     SoPerspectiveCamera* mCamera = nullptr;
