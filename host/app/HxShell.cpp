@@ -1,6 +1,7 @@
 #include "HxShell.h"
 
 #include "HxGlobalCommands.h"
+#include "HxGuiApplication.h"
 #include "HxInterpreter.h"
 #include "HxLineReader.h"
 #include "HxResources.h"
@@ -15,7 +16,8 @@ namespace {
 char const* const kUsage =
     "usage: surfpath                 interactive shell\n"
     "       surfpath FILE.tcl ARGS   run a script (argv holds ARGS)\n"
-    "       surfpath -e COMMAND      run one command and print its result\n";
+    "       surfpath -e COMMAND      run one command and print its result\n"
+    "       surfpath --gui [FILE...] open the window; FILEs are loaded (.tcl: run)\n";
 }
 
 HxShell::HxShell() {
@@ -37,6 +39,10 @@ int HxShell::run(int argc, char** argv) {
         }
         setArgv(argv[0], 0, nullptr);
         return runCommand(argv[2]);
+    }
+    if (argc >= 2 && !strcmp(argv[1], "--gui")) {
+        setArgv(argv[0], 0, nullptr);
+        return HxGuiApplication::run(argc, argv, argc - 2, argv + 2);
     }
     if (argc >= 2 && argv[1][0] == '-') {
         std::fprintf(stderr, "surfpath: unknown option %s\n%s", argv[1], kUsage);

@@ -20,13 +20,13 @@ void HxMessage::printf(char const* format, ...) {
 void HxMessage::vprintf(char const* format, va_list args) {
     McString text;
     text.vprintf(format, args);
-    emit(text, false);
+    writeLine(text, false);
 }
 
 int HxMessage::error(char const* text, char const* button0, char const* button1, char const* button2,
                      int defaultButton, int escapeButton) {
     // The console keeps a record of every error, also of those shown in a dialog.
-    emit(McString::format("Error: %s", text), true);
+    writeLine(McString::format("Error: %s", text), true);
     return mDialogs ? mDialogs->error(text, button0, button1, button2, defaultButton, escapeButton) : 0;
 }
 
@@ -38,7 +38,7 @@ int HxMessage::question(char const* text, char const* button0, char const* butto
     if (char const* value = HxInterpreter::getTheInterpreter().getVar("hx::questionAnswer")) answer = std::atoi(value);
     char const* buttons[] = {button0, button1, button2};
     char const* chosen = answer >= 0 && answer < 3 && buttons[answer] ? buttons[answer] : "?";
-    emit(McString::format("Question: %s -> %s", text, chosen), false);
+    writeLine(McString::format("Question: %s -> %s", text, chosen), false);
     return answer;
 }
 
@@ -54,7 +54,7 @@ McString HxMessage::stopCapture() {
     return text;
 }
 
-void HxMessage::emit(McString const& text, bool isError) {
+void HxMessage::writeLine(McString const& text, bool isError) {
     McString line = text;
     if (line.empty() || line.back() != '\n') line += '\n';
     if (mCapturing) {

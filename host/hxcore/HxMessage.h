@@ -56,7 +56,7 @@ class HxMessage {
 
   private:
     HxMessage() = default;
-    void emit(McString const& text, bool isError);
+    void writeLine(McString const& text, bool isError);
 
     HxDialogProvider* mDialogs = nullptr;
     HxConsoleOutput* mConsole = nullptr;

@@ -1,0 +1,203 @@
+// The window as a person uses it, on a real X display (the test runs under Xvfb): the
+// elephant loaded, a path set made and its editor attached with the window's buttons, a
+// Shift+click on the viewer draws a path, the editor's Undo button takes it back.
+
+#include "HxBusyBar.h"
+#include "HxConsole.h"
+#include "HxController.h"
+#include "HxInterpreter.h"
+#include "HxMainWindow.h"
+#include "HxObjectList.h"
+#include "HxObjectPool.h"
+#include "HxPropertiesPanel.h"
+#include "HxResources.h"
+#include "HxSurface.h"
+#include "HxSurfacePathSet.h"
+#include "HxViewer.h"
+#include "HxViewerWidget.h"
+#include "HxWorkArea.h"
+#include "TestSurfaces.h"
+
+#include <Inventor/Qt/SoQt.h>
+
+#include <QApplication>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string eval(std::string const& script) {
+    McString result;
+    EXPECT_EQ(HxInterpreter::getTheInterpreter().evalScript(script.c_str(), result), TCL_OK) << script << ": " << result;
+    return result.c_str();
+}
+
+QPushButton* buttonLabelled(QWidget* parent, char const* text) {
+    for (QPushButton* button : parent->findChildren<QPushButton*>())
+        if (button->text() == text) return button;
+    return nullptr;
+}
+
+class MainWindowTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        static int argc = 1;
+        static char name[] = "MainWindowTest";
+        static char* argv[] = {name, nullptr};
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        application = new QApplication(argc, argv);
+        HxSurface::registerFileFormats();
+        HxSurfacePathSet::registerFileFormats();
+        HxResources::loadAll();
+        window = new HxMainWindow;
+        SoQt::init(window);
+        window->createViewer();
+        window->resize(1280, 860);
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    }
+
+    static void clickButton(QWidget* parent, char const* text) {
+        QPushButton* button = buttonLabelled(parent, text);
+        ASSERT_NE(button, nullptr) << "no button " << text;
+        ASSERT_TRUE(button->isVisible() && button->isEnabled()) << text;
+        QTest::mouseClick(button, Qt::LeftButton);
+        QApplication::processEvents();
+    }
+
+    // The viewer's pixel under a point of the surface, in Qt's top-left coordinates.
+    static QPoint screenPointOf(McVec3f const& world) {
+        HxViewer* viewer = window->getViewerWidget()->getViewer();
+        float sx = 0, sy = 0;
+        EXPECT_TRUE(viewer->project(world, sx, sy));
+        return QPoint(int(sx + 0.5f), viewer->getGlxSize()[1] - 1 - int(sy + 0.5f));
+    }
+
+    static QApplication* application;
+    static HxMainWindow* window;
+};
+
+QApplication* MainWindowTest::application = nullptr;
+HxMainWindow* MainWindowTest::window = nullptr;
+
+TEST_F(MainWindowTest, AUserDrawsAPathWithShiftClicksAndUndoesIt) {
+    window->openFiles({QString::fromStdString(meshFile("elephant.off"))});
+    HxObjectList* objects = window->getObjectList();
+    ASSERT_STREQ(objects->getSelectedObject()->getLabel(), "elephant.off");
+    clickButton(objects, "New path set");
+    HxObject* pathSet = objects->getSelectedObject();
+    ASSERT_TRUE(pathSet && pathSet->isOfType(HxSurfacePathSet::getClassTypeId()));
+    const std::string paths = pathSet->getLabel();
+    clickButton(objects, "Attach editor");
+    HxPropertiesPanel* panel = window->getPropertiesPanel();
+    clickButton(panel, "start");
+    QApplication::processEvents();
+
+    // The editor's ports are shown; those it hid are not.
+    ASSERT_NE(panel->getObject(), nullptr);
+    EXPECT_STREQ(panel->getObject()->getLabel(), "SurfacePathEditor");
+    QWidget* action = panel->findPortWidget("action");
+    ASSERT_NE(action, nullptr);
+    EXPECT_TRUE(action->isVisible());
+    QWidget* start = panel->findPortWidget("portStartEditor");
+    EXPECT_TRUE(!start || !start->isVisible());
+
+    // Two Shift+clicks on points of the surface in front: a path between them.
+    HxViewerWidget* viewer = window->getViewerWidget();
+    eval("viewer 0 viewAll");
+    QApplication::processEvents();
+    Surface const& surface = static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("elephant.off"))->surface;
+    QWidget* canvas = viewer->getGLWidget();
+    // Two points of the mesh far apart (any vertex projects onto the drawn surface).
+    for (int i : {0, surface.getNumPoints() / 2}) {
+        const QPoint at = screenPointOf(surface.points[i]);
+        ASSERT_TRUE(canvas->rect().contains(at));
+        QTest::mouseClick(canvas, Qt::LeftButton, Qt::ShiftModifier, at);
+        QApplication::processEvents();
+    }
+    ASSERT_EQ(eval(paths + " getNumPaths"), "1");
+    const int nodes = std::stoi(eval(paths + " getNumNodes"));
+    EXPECT_GE(nodes, 2);
+
+    clickButton(action, "Undo");
+    EXPECT_LT(std::stoi(eval(paths + " getNumNodes")), nodes) << "Undo took the last point back";
+
+    // The picture of the window shows the grey surface in the viewer (once it was redrawn).
+    QTest::qWait(300);
+    QPixmap picture = window->screen()->grabWindow(window->winId());
+    ASSERT_FALSE(picture.isNull());
+    const QPoint centre = canvas->mapTo(window, canvas->rect().center());
+    QImage image = picture.toImage();
+    int grey = 0;
+    for (int dx = -60; dx <= 60; dx += 4) {
+        QColor c = image.pixelColor(centre + QPoint(dx, 0));
+        grey += c.red() > 90 && std::abs(c.red() - c.blue()) < 25;
+    }
+    EXPECT_GT(grey, 5) << "the surface is drawn in the window";
+    if (char const* out = std::getenv("SURFPATH_GUI_SCREENSHOT")) picture.save(out);
+
+    // A free-hand stroke (switched on from the console) shows its orange trace while the
+    // button is held, and gives a path when it is released.
+    window->getConsole()->evaluate("SurfacePathEditor freeHandDrawing hit 0; SurfacePathEditor fire");
+    const int before = std::stoi(eval(paths + " getNumPaths"));
+    const QPoint from = canvas->rect().center() + QPoint(-60, 40), to = from + QPoint(120, 0);
+    QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
+    for (int x = from.x(); x <= to.x(); x += 10) QTest::mouseMove(canvas, QPoint(x, from.y()));
+    QImage stroke = window->screen()->grabWindow(window->winId()).toImage().copy(QRect(canvas->mapTo(window, QPoint(0, 0)), canvas->size()));
+    int orange = 0;
+    for (int x = from.x() + 20; x < to.x() - 20; ++x)
+        for (int dy = -15; dy <= 15; ++dy) {
+            QColor c = stroke.pixelColor(x, from.y() + dy);
+            orange += c.red() > 200 && c.green() > 90 && c.green() < 170 && c.blue() < 60;
+        }
+    EXPECT_GT(orange, 20) << "the stroke's trace is drawn over the surface";
+    if (char const* out = std::getenv("SURFPATH_GUI_STROKE")) stroke.save(out);
+    QTest::mouseRelease(canvas, Qt::LeftButton, Qt::NoModifier, to);
+    QApplication::processEvents();
+    EXPECT_GT(std::stoi(eval(paths + " getNumPaths")), before);
+}
+
+}  // namespace
+
+namespace {
+
+// Esc in the viewer switches viewing and picking on both sides, as `viewer 0 setViewing` does.
+TEST_F(MainWindowTest, EscAndScriptsSwitchTheViewerModeInStep) {
+    HxViewerWidget* viewer = window->getViewerWidget();
+    eval("viewer 0 setViewing 0");
+    EXPECT_FALSE(viewer->isViewing());
+    QTest::keyClick(viewer->getGLWidget(), Qt::Key_Escape);
+    EXPECT_EQ(eval("viewer 0 isViewing"), "1");
+    EXPECT_TRUE(viewer->isViewing());
+    viewer->setViewing(FALSE);  // the viewer's own arrow button
+    EXPECT_EQ(eval("viewer 0 isViewing"), "0");
+}
+
+// A question is a modal box; the index of the button pressed comes back.
+TEST_F(MainWindowTest, QuestionsAreAnsweredInAModalBox) {
+    QTimer::singleShot(200, [] {
+        QWidget* box = QApplication::activeModalWidget();
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(buttonLabelled(box, "No"), Qt::LeftButton);
+    });
+    EXPECT_EQ(HxMessage::getTheMsg()->question("Delete all paths?", "Yes", "No", nullptr, -1, -1), 1);
+}
+
+// Long work shows its text and progress in the status bar, and the bar goes when it ends.
+TEST_F(MainWindowTest, TheBusyIndicatorFollowsTheWorkArea) {
+    HxWorkArea* work = HxWorkArea::getTheWorkArea();
+    work->startWorking("Smoothing %d paths", 3);
+    work->setProgressValue(0.5f);
+    HxBusyBar* bar = window->getBusyBar();
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->getText(), "Smoothing 3 paths");
+    EXPECT_EQ(bar->getPercent(), 50);
+    work->stopWorking();
+    EXPECT_FALSE(bar->isVisible());
+}
+
+}  // namespace
