@@ -103,7 +103,7 @@ QString HxMainWindow::run(QString const& command) {
 }
 
 void HxMainWindow::showObject(HxObject* object) {
-    if (object != mProperties->getObject()) mProperties->showObject(object);
+    if (object != mProperties->shownObject()) mProperties->showObject(object);
 }
 
 void HxMainWindow::openFiles(QStringList const& files) {
@@ -159,11 +159,11 @@ void HxMainWindow::refreshAll() {
 }
 
 void HxMainWindow::portsChanged(HxObject* object) {
-    if (object == mProperties->getObject()) mProperties->rebuild();
+    if (object == mProperties->shownObject()) mProperties->rebuild();
 }
 
 void HxMainWindow::objectFired(HxObject* object) {
-    if (object == mProperties->getObject()) mProperties->refresh();
+    if (object == mProperties->shownObject()) mProperties->refresh();
 }
 
 // Objects come and go in the middle of commands; the list is rebuilt once they are done.

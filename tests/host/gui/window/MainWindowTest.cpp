@@ -61,6 +61,12 @@ class MainWindowTest : public testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     }
 
+    static void TearDownTestSuite() {
+        HxObjectPool::getTheObjectPool().removeAll();
+        delete window;
+        delete application;
+    }
+
     static void clickButton(QWidget* parent, char const* text) {
         QPushButton* button = buttonLabelled(parent, text);
         ASSERT_NE(button, nullptr) << "no button " << text;
@@ -98,8 +104,8 @@ TEST_F(MainWindowTest, AUserDrawsAPathWithShiftClicksAndUndoesIt) {
     QApplication::processEvents();
 
     // The editor's ports are shown; those it hid are not.
-    ASSERT_NE(panel->getObject(), nullptr);
-    EXPECT_STREQ(panel->getObject()->getLabel(), "SurfacePathEditor");
+    ASSERT_NE(panel->shownObject(), nullptr);
+    EXPECT_STREQ(panel->shownObject()->getLabel(), "SurfacePathEditor");
     QWidget* action = panel->findPortWidget("action");
     ASSERT_NE(action, nullptr);
     EXPECT_TRUE(action->isVisible());
