@@ -18,7 +18,7 @@
 #include <typeinfo>
 
 HxPortWidget* HxPortWidget::create(HxObject* object, HxPort& port) {
-    // A draw style is a radio box too: the more special kind comes first.
+    // A draw style is a radio box too: the derived kind is tried first.
     if (auto* p = dynamic_cast<HxPortDrawStyle*>(&port)) return new HxDrawStyleWidget(object, *p);
     if (auto* p = dynamic_cast<HxPortRadioBox*>(&port)) return new HxRadioBoxWidget(object, *p);
     if (auto* p = dynamic_cast<HxPortButtonList*>(&port)) return new HxButtonListWidget(object, *p);

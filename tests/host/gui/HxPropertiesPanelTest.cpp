@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -265,18 +266,23 @@ TEST_F(HxPropertiesPanelTest, RowsFollowAddedAndRemovedPortsEvenFromInsideAWidge
     EXPECT_EQ(rowNames(), allPorts);
     EXPECT_EQ(panel->findPortWidget("extra"), nullptr);
 
-    // The pressed button's own port goes away in the update it causes, and the panel is
-    // rebuilt while the button's click is still being handled.
+    // The chosen menu's own port goes away in the update it causes, and the panel is rebuilt
+    // while the combo box is still emitting its signals.
     RebuildOnPortsChanged observer(*panel);
     HxPortObserver::setObserver(&observer);
-    module->extra = std::make_unique<HxPortButtonList>(module, "remove", 1);
+    auto* menu = new HxPortMultiMenu(module, "remove", 1);
+    module->extra.reset(menu);
+    menu->setNum(0, 2);
     panel->rebuild();
     module->onUpdate = [this] {
         module->extra.reset();
         HxPortObserver::notifyPortsChanged(module);
     };
-    QTest::mouseClick(control<QPushButton>("remove"), Qt::LeftButton);
+    QPointer<QComboBox> chosen = control<QComboBox>("remove");
+    QTest::keyClick(chosen, Qt::Key_Down);
+    EXPECT_TRUE(chosen) << "Qt still uses the combo box after the signal that removed its row";
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(chosen);
     EXPECT_EQ(module->updates, 1);
     EXPECT_EQ(rowNames(), allPorts);
 
