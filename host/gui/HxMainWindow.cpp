@@ -71,7 +71,7 @@ void HxMainWindow::createDocks() {
     QDockWidget* objects = addDock("Objects", mObjects, Qt::LeftDockWidgetArea);
     objects->setMinimumWidth(200);
     QDockWidget* properties = addDock("Properties", mProperties, Qt::RightDockWidgetArea);
-    properties->setMinimumWidth(380);
+    properties->setMinimumWidth(470);
     QDockWidget* console = addDock("Console", mConsole, Qt::BottomDockWidgetArea);
     resizeDocks({console}, {180}, Qt::Vertical);
 }
@@ -102,9 +102,9 @@ QString HxMainWindow::run(QString const& command) {
     return mConsole->evaluate(command, &result) ? result : QString();
 }
 
-void HxMainWindow::showObject(HxObject* object) {
-    if (object != mProperties->shownObject()) mProperties->showObject(object);
-}
+// Also called after every change of the pool: the shown object's connection menus list
+// the pool's objects.
+void HxMainWindow::showObject(HxObject* object) { mProperties->showObject(object); }
 
 void HxMainWindow::openFiles(QStringList const& files) {
     for (QString const& file : files) openFile(file);

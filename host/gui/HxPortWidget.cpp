@@ -12,6 +12,7 @@
 #include "HxToggleListWidget.h"
 
 #include <QComboBox>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -37,8 +38,8 @@ HxPortWidget::HxPortWidget(HxObject* object, HxPort const& port)
     setObjectName(QString::fromUtf8(mPortName));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(mLabel);
-    mControls = new QHBoxLayout;
+    row->addWidget(mLabel, 0, Qt::AlignTop);
+    mControls = new QGridLayout;
     row->addLayout(mControls, 1);
 }
 
@@ -65,10 +66,19 @@ void HxPortWidget::fireOwner() {
     owner->fire();
 }
 
-void HxPortWidget::addControl(QWidget* control) { mControls->addWidget(control); }
+namespace {
+const int kColumns = 3;
+}
 
+void HxPortWidget::addControl(QWidget* control) {
+    const int n = mControls->count();
+    mControls->addWidget(control, n / kColumns, n % kColumns);
+}
+
+// Out of the layout at once (a new control takes its cell), deleted once its signals are done.
 void HxPortWidget::retire(QWidget* control) {
     control->hide();
+    control->setParent(nullptr);
     control->deleteLater();
 }
 

@@ -17,7 +17,7 @@
 
 class HxPort;
 class QComboBox;
-class QHBoxLayout;
+class QGridLayout;
 class QLabel;
 
 class HxPortWidget : public QWidget {
@@ -38,7 +38,6 @@ class HxPortWidget : public QWidget {
 
     // Brings the controls up to date; `port` is of the kind this widget was made for.
     virtual void showPort(HxPort& port) = 0;
-    QHBoxLayout* controlRow() const { return mControls; }
 
     // A user's edit. `change` applies it to the port as the port's Tcl subcommand does (value
     // and new-value flag) and returns false when there is nothing to apply; then the owner
@@ -77,6 +76,6 @@ class HxPortWidget : public QWidget {
     QByteArray mPortName;
     std::type_index mPortType;
     QLabel* mLabel;
-    QHBoxLayout* mControls;
+    QGridLayout* mControls;  // a port's buttons wrap after kColumns, so rows stay narrow
     bool mShowingPort = false;
 };

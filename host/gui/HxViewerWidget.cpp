@@ -55,10 +55,12 @@ SbBool HxViewerWidget::processSoEvent(SoEvent const* const event) {
     return SoQtExaminerViewer::processSoEvent(event);
 }
 
+// `size` includes the viewer's decorations; picks and overlays need the drawing area's.
 void HxViewerWidget::sizeChanged(SbVec2s const& size) {
     SoQtExaminerViewer::sizeChanged(size);
+    const SbVec2s area = getGLSize();
     McString error;
-    if (size[0] > 0 && size[1] > 0) mViewer->setSize(size[0], size[1], error);
+    if (area[0] > 0 && area[1] > 0) mViewer->setSize(area[0], area[1], error);
 }
 
 void HxViewerWidget::actualRedraw() {

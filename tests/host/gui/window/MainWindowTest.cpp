@@ -75,14 +75,6 @@ class MainWindowTest : public testing::Test {
         QApplication::processEvents();
     }
 
-    // The viewer's pixel under a point of the surface, in Qt's top-left coordinates.
-    static QPoint screenPointOf(McVec3f const& world) {
-        HxViewer* viewer = window->getViewerWidget()->getViewer();
-        float sx = 0, sy = 0;
-        EXPECT_TRUE(viewer->project(world, sx, sy));
-        return QPoint(int(sx + 0.5f), viewer->getGlxSize()[1] - 1 - int(sy + 0.5f));
-    }
-
     static QApplication* application;
     static HxMainWindow* window;
 };
@@ -116,12 +108,18 @@ TEST_F(MainWindowTest, AUserDrawsAPathWithShiftClicksAndUndoesIt) {
     HxViewerWidget* viewer = window->getViewerWidget();
     eval("viewer 0 viewAll");
     QApplication::processEvents();
-    Surface const& surface = static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("elephant.off"))->surface;
     QWidget* canvas = viewer->getGLWidget();
-    // Two points of the mesh far apart (any vertex projects onto the drawn surface).
-    for (int i : {0, surface.getNumPoints() / 2}) {
-        const QPoint at = screenPointOf(surface.points[i]);
-        ASSERT_TRUE(canvas->rect().contains(at));
+    // Two points on the surface far apart, found by picking as the editor will.
+    QList<QPoint> onSurface;
+    HxViewer* hx = viewer->getViewer();
+    const int width = hx->getGlxSize()[0], height = hx->getGlxSize()[1];
+    for (int y = height / 4; y < 3 * height / 4 && onSurface.size() < 2; y += 8)
+        for (int x = width / 4; x < 3 * width / 4 && onSurface.size() < 2; x += 8)
+            if (hx->pick(x, y) && (onSurface.isEmpty() || std::abs(y - (height - 1 - onSurface[0].y())) > 80))
+                onSurface.append(QPoint(x, height - 1 - y));
+    ASSERT_EQ(onSurface.size(), 2);
+    EXPECT_EQ(QSize(width, height), canvas->size()) << "picks and clicks share one window size";
+    for (QPoint const& at : onSurface) {
         QTest::mouseClick(canvas, Qt::LeftButton, Qt::ShiftModifier, at);
         QApplication::processEvents();
     }
@@ -151,6 +149,7 @@ TEST_F(MainWindowTest, AUserDrawsAPathWithShiftClicksAndUndoesIt) {
     window->getConsole()->evaluate("SurfacePathEditor freeHandDrawing hit 0; SurfacePathEditor fire");
     const int before = std::stoi(eval(paths + " getNumPaths"));
     const QPoint from = canvas->rect().center() + QPoint(-60, 40), to = from + QPoint(120, 0);
+    QTest::qWait(300);  // a redraw still pending would wipe the trace
     QTest::mousePress(canvas, Qt::LeftButton, Qt::NoModifier, from);
     for (int x = from.x(); x <= to.x(); x += 10) QTest::mouseMove(canvas, QPoint(x, from.y()));
     QImage stroke = window->screen()->grabWindow(window->winId()).toImage().copy(QRect(canvas->mapTo(window, QPoint(0, 0)), canvas->size()));
