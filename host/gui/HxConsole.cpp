@@ -1,6 +1,7 @@
 #include "HxConsole.h"
 
 #include "HxInterpreter.h"
+#include "HxTclConsoleChannel.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -30,9 +31,13 @@ HxConsole::HxConsole(QWidget* parent) : QWidget(parent), mOutput(new QPlainTextE
     layout->addWidget(mInput);
     connect(mInput, &QLineEdit::returnPressed, this, &HxConsole::submit);
     HxMessage::getTheMsg()->setConsoleOutput(this);
+    HxTclConsoleChannel::install(this);
 }
 
-HxConsole::~HxConsole() { HxMessage::getTheMsg()->setConsoleOutput(nullptr); }
+HxConsole::~HxConsole() {
+    HxTclConsoleChannel::uninstall();
+    HxMessage::getTheMsg()->setConsoleOutput(nullptr);
+}
 
 void HxConsole::print(char const* text, bool isError) {
     QString line = QString::fromUtf8(text);

@@ -2,6 +2,8 @@
 
 #include "HxInterpreter.h"
 #include "HxMainWindow.h"
+#include "HxObjectList.h"
+#include "HxObjectPool.h"
 
 #include <QApplication>
 #include <QPixmap>
@@ -11,7 +13,7 @@
 
 namespace {
 HxMainWindow* theWindow = nullptr;
-char const* const kUsage = "gui snapshot FILE | gui isOpen";
+char const* const kUsage = "gui snapshot FILE | gui select OBJECT | gui isOpen";
 
 // The screen's pixels, not a widget rendering: the GL viewer is only there.
 int snapshot(Tcl_Interp* interp, char const* file) {
@@ -31,6 +33,14 @@ int snapshot(Tcl_Interp* interp, char const* file) {
 
 int guiCmd(ClientData, Tcl_Interp* interp, int argc, char const** argv) {
     if (argc == 3 && !strcmp(argv[1], "snapshot")) return snapshot(interp, argv[2]);
+    if (argc == 3 && !strcmp(argv[1], "select")) {
+        if (!HxObjectPool::getTheObjectPool().findObject(argv[2])) {
+            Tcl_VaSetResult(interp, "no object \"%s\"", argv[2]);
+            return TCL_ERROR;
+        }
+        theWindow->getObjectList()->select(argv[2]);
+        return TCL_OK;
+    }
     if (argc == 2 && !strcmp(argv[1], "isOpen")) {
         Tcl_SetObjResult(interp, Tcl_NewIntObj(theWindow->isVisible() ? 1 : 0));
         return TCL_OK;

@@ -69,7 +69,11 @@ void HxObjectList::refresh() {
 HxObject* HxObjectList::getSelectedObject() const { return objectOf(mList->currentItem()); }
 
 void HxObjectList::select(char const* label) {
-    const QList<QListWidgetItem*> found = mList->findItems(QString::fromUtf8(label), Qt::MatchExactly);
+    QList<QListWidgetItem*> found = mList->findItems(QString::fromUtf8(label), Qt::MatchExactly);
+    if (found.isEmpty()) {  // made just now: the list follows the pool only once commands are done
+        refresh();
+        found = mList->findItems(QString::fromUtf8(label), Qt::MatchExactly);
+    }
     if (!found.isEmpty()) mList->setCurrentItem(found.first());
 }
 

@@ -4,11 +4,13 @@
 #include <Inventor/events/SoEvent.h>
 #include <Inventor/nodes/SoSeparator.h>
 
+#include <QTimer>
 #include <QWidget>
 
 namespace {
 // The offscreen viewer's background, so that window and snapshots look the same.
 const SbColor kBackground(0.13f, 0.14f, 0.17f);
+const int kResizeRedrawDelayMs = 100;
 }  // namespace
 
 HxViewerWidget::HxViewerWidget(QWidget* parent, HxViewer* viewer)
@@ -61,6 +63,9 @@ void HxViewerWidget::sizeChanged(SbVec2s const& size) {
     const SbVec2s area = getGLSize();
     McString error;
     if (area[0] > 0 && area[1] > 0) mViewer->setSize(area[0], area[1], error);
+    // A single-buffered window drawn before the display server has resized it keeps a picture
+    // of the old size; drawing once more a moment later fills the whole area.
+    QTimer::singleShot(kResizeRedrawDelayMs, getGLWidget(), [this] { scheduleRedraw(); });
 }
 
 void HxViewerWidget::actualRedraw() {
