@@ -129,6 +129,9 @@ TEST_F(MainWindowTest, AUserDrawsAPathWithShiftClicksAndUndoesIt) {
 
     clickButton(action, "Undo");
     EXPECT_LT(std::stoi(eval(paths + " getNumNodes")), nodes) << "Undo took the last point back";
+    clickButton(action, "Redo");
+    EXPECT_EQ(std::stoi(eval(paths + " getNumNodes")), nodes) << "Redo put it back";
+    clickButton(action, "Undo");
 
     // The picture of the window shows the grey surface in the viewer (once it was redrawn).
     QTest::qWait(300);
