@@ -35,6 +35,7 @@ void HxConnection::disconnect() {
 McString HxConnection::usage() const { return "connect OBJECT, disconnect, source, " + HxPort::usage(); }
 
 int HxConnection::parse(Tcl_Interp* interp, int argc, char** argv) {
+    if (argc < 1) return HxPort::parse(interp, argc, argv);
     if (!strcmp(argv[0], "source") && argc == 1) {
         Tcl_SetResult(interp, const_cast<char*>(mSource ? mSource->getLabel() : ""), TCL_VOLATILE);
         return TCL_OK;
