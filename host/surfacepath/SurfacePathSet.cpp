@@ -4,6 +4,8 @@
 #include "PathConnector.h"
 #include "Surface.h"
 
+#include <algorithm>
+
 // === Copies
 
 void SurfacePathSet::copyData(SurfacePathSet const& other, Surface* surface) {
@@ -326,4 +328,45 @@ bool SurfacePathSet::checkPath(int path, bool checkSegments, McString& problem) 
         }
     }
     return true;
+}
+
+// === Sharing
+
+McDArray<int> SurfacePathSet::chosenPaths(McDArray<int> const& paths) const {
+    McDArray<int> chosen;
+    if (paths.empty()) {
+        for (int p = 0; p < getNumPaths(); ++p) chosen.append(p);
+        return chosen;
+    }
+    for (int p : paths)
+        if (isValidPath(p)) chosen.append(p);
+    std::sort(chosen.begin(), chosen.end());
+    chosen.resize(std::unique(chosen.begin(), chosen.end()) - chosen.begin());
+    return chosen;
+}
+
+int SurfacePathSet::copyOfNode(int nodeIndex, bool atOpenEnd) {
+    SurfaceNode* copy = nodes[nodeIndex]->copy();
+    if (atOpenEnd) copy->isControlPoint = 1;
+    return addNode(copy);
+}
+
+void SurfacePathSet::untangle(McDArray<int> const& paths) {
+    McDArray<char> used(getNumNodes());
+    for (int p : chosenPaths(paths)) {
+        McDArray<int>& indices = this->paths[p].nodeIndices;
+        const bool closed = isPathClosed(p);
+        const int64_t distinct = indices.size() - (closed ? 1 : 0);
+        for (int64_t i = 0; i < distinct; ++i) {
+            const int node = indices[i];
+            if (node < 0 || node >= used.size() || !nodes[node]) continue;
+            if (!used[node]) {
+                used[node] = 1;
+                continue;
+            }
+            const bool atOpenEnd = !closed && (i == 0 || i == indices.size() - 1);
+            indices[i] = copyOfNode(node, atOpenEnd);
+        }
+        if (closed) indices.last() = indices[0];
+    }
 }

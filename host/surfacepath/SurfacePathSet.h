@@ -106,6 +106,11 @@ class SurfacePathSet {
     // nodes no path uses are then dropped and the table renumbered (see nodeRemap).
     // Returns the number of nodes merged.
     int removeDuplicateNodes(float tolerance, int compact);
+    // Gives every node-table entry that the chosen paths (empty: all) share, or that one path
+    // passes twice, to each further user as a copy of its own, appended to the table: the
+    // lowest path index keeps the entry, a loop's repeated end counts once. A copy keeps the
+    // control-point flag and is a control point at an open path's end, where paths start.
+    void untangle(McDArray<int> const& paths);
 
     // === Checks
     // Structural self-check: every path entry names a node, every node fits its surface; with
@@ -120,4 +125,6 @@ class SurfacePathSet {
     bool checkPath(int path, bool checkSegments, McString& problem) const;
     void redirectPathEntries(McDArray<int> const& representative);
     void compactNodes();
+    McDArray<int> chosenPaths(McDArray<int> const& paths) const;
+    int copyOfNode(int nodeIndex, bool atOpenEnd);
 };
