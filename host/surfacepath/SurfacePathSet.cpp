@@ -1,8 +1,10 @@
 #include "SurfacePathSet.h"
 
+#include "HxMessage.h"
 #include "NodeDuplicateFinder.h"
 #include "PathConnector.h"
 #include "Surface.h"
+#include "SurfaceContours.h"
 
 #include <algorithm>
 
@@ -368,5 +370,35 @@ void SurfacePathSet::untangle(McDArray<int> const& paths) {
             indices[i] = copyOfNode(node, atOpenEnd);
         }
         if (closed) indices.last() = indices[0];
+    }
+}
+
+// === Contours
+
+void SurfacePathSet::importContours(Surface* surface) {
+    if (!surface) return;
+    if (!getSurface()) setSurface(surface);
+    if (surface != getSurface()) {
+        HxMessage::getTheMsg()->printf("Cannot import contours: the surface is not the one the paths lie on");
+        return;
+    }
+    surface->createAllEdges(0);
+    McDArray<int> endNode(surface->getNumPoints());
+    endNode.fill(-1);
+    for (McDArray<int> const& contour : SurfaceContours::find(*surface)) {
+        McDArray<int> indices(contour.size());
+        for (int64_t i = 0; i < contour.size(); ++i) {
+            const bool end = i == 0 || i == contour.size() - 1;
+            int& shared = endNode[contour[i]];
+            if (end && shared >= 0) {
+                indices[i] = shared;
+                continue;
+            }
+            SurfaceNode* node = nodeFactory.createVertexNode(contour[i]);
+            node->isControlPoint = end;
+            indices[i] = addNode(node);
+            if (end) shared = indices[i];
+        }
+        addPath(indices);
     }
 }

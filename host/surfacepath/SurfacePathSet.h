@@ -111,6 +111,11 @@ class SurfacePathSet {
     // lowest path index keeps the entry, a loop's repeated end counts once. A copy keeps the
     // control-point flag and is a control point at an open path's end, where paths start.
     void untangle(McDArray<int> const& paths);
+    // Adds the contours of `surface` (boundary loops and borders between patches, cut where
+    // three or more contour edges meet; see SurfaceContours) as paths of vertex nodes. Paths
+    // that meet at a junction share its node; path ends are control points. A set without a
+    // surface takes this one; another surface than the set's, or null, adds nothing.
+    void importContours(Surface* surface);
 
     // === Checks
     // Structural self-check: every path entry names a node, every node fits its surface; with
