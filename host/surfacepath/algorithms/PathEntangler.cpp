@@ -10,6 +10,7 @@ namespace {
 // Below this barycentric weight a crossing lies on the triangle's side (or corner), so that
 // crossings on edges come out as edge nodes despite rounding.
 constexpr float kOnSide = 1e-5f;
+constexpr int kMaxPasses = 8;
 
 }  // namespace
 
@@ -24,13 +25,26 @@ bool PathEntangler::compute() {
     if (!mSet || !mSet->getSurface()) return false;
     if (mPaths.empty())
         for (int p = 0; p < mSet->getNumPaths(); ++p) mPaths.append(p);
+    // Crossings that lie within the tolerance of each other only meet once they are nodes, so
+    // passes repeat until nothing changes; each pass after the first mostly joins nodes.
+    bool changed = false;
+    for (int pass = 0; pass < kMaxPasses && entangleOnce(); ++pass) changed = true;
+    if (mMarkControlPoints) markSharedNodes();
+    return changed;
+}
+
+bool PathEntangler::entangleOnce() {
+    mSegments.clear();
+    mPathSegmentStart.clear();
+    mInsertions.clear();
+    mCreated.clear();
     mParent.resize(mSet->getNumNodes());
     for (int i = 0; i < mSet->getNumNodes(); ++i) mParent[i] = i;
     collectSegments();
     joinNodesAtOneVertex();
     compareSegmentsPerTriangle();
     const bool changed = rebuildPaths();
-    if (mMarkControlPoints) markSharedNodes();
+    for (int& met : mMet) met = representative(met);
     return changed;
 }
 

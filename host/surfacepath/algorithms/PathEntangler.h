@@ -19,8 +19,9 @@
 // set, undo snapshots) is never changed in place: its table entry gets a flagged copy.
 //
 // Segments are bucketed by the triangles they lie on and only segments of one triangle are
-// compared, so the cost grows with the number of segments, not with its square. Existing
-// entries never move; new nodes are appended to the table.
+// compared, so the cost grows with the number of segments, not with its square. Crossings that
+// lie within the tolerance of each other meet only once they are nodes, so passes repeat (a
+// few at most) until nothing changes. Existing entries never move; new nodes are appended.
 
 #include "McDArray.h"
 #include "TrianglePlane.h"
@@ -52,6 +53,7 @@ class PathEntangler {
         int node;
     };
 
+    bool entangleOnce();
     void collectSegments();
     void compareSegmentsPerTriangle();
     bool areNeighbours(Segment const& a, Segment const& b) const;
