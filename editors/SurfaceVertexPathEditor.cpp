@@ -21,12 +21,17 @@
 #include "PathEditClosePath.h"
 #include "PathEditDeleteCP.h"
 #include "PathEditDeletePaths.h"
+#include "PathEditEntangle.h"
+#include "PathEditFixIntersections.h"
+#include "PathEditImportContours.h"
 #include "PathEditInsertCP.h"
 #include "PathEditMergePaths.h"
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
+#include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditUntangle.h"
 #include "SelectionInfo.h"
 
 #include <Inventor/actions/SoHandleEventAction.h>
@@ -41,6 +46,8 @@ MC_TYPED_IMPL_CREATABLE(SurfaceVertexPathEditor, SurfacePathEditorGUIBase)
 
 namespace {
 char const* const kVertexConnectors = "hxsurfacepathedit::vertexEditorConnectors";
+// Paths closer than this fraction of a triangle count as crossing.
+constexpr float kEntangleTolerance = 0.001f;
 }
 
 SurfaceVertexPathEditor::SurfaceVertexPathEditor() : connectorVariable(kVertexConnectors) {}
@@ -314,6 +321,7 @@ void SurfaceVertexPathEditor::update() {
     PathConnector* connectorOfMenu = connectorOfMenuIndex();
     handleActionButtons(selection, connectorOfMenu);
     handlePathOperations(selection, connectorOfMenu);
+    handleSurfaceOperations(selection);
     if (!handleConnectorMenu()) return;
     handleSliders(selection);
     handleFreeHandToggle();
@@ -345,11 +353,39 @@ void SurfaceVertexPathEditor::handlePathOperations(SelectionInfo* selection, Pat
             default: break;
         }
     }
-    // Split, entangle and untangle arrive with the entangler.
-    if (pathOperations2->isNew() && pathOperations2->getIndex() == 0) {
-        McDArray<int> paths = selection->getActivePaths();
-        exec(new PathEditMergePaths(set, selection, paths));
+    if (pathOperations2->isNew()) {
+        McDArray<int> const& chosen = getSelection()->getActivePaths();
+        switch (pathOperations2->getIndex()) {
+            case 0: exec(new PathEditMergePaths(set, selection, selection->getActivePaths())); break;
+            case 1:
+                if (!chosen.empty()) exec(new PathEditFixIntersections(set, selection, chosen, false));
+                break;
+            case 2: entangle(); break;
+            case 3:
+                if (!chosen.empty()) exec(new PathEditUntangle(set, getSelection(), chosen));
+                break;
+            default: break;
+        }
     }
+}
+
+void SurfaceVertexPathEditor::handleSurfaceOperations(SelectionInfo* selection) {
+    if (!surfaceOperations->isNew()) return;
+    SurfacePathSet* set = &pathSet->pathSet;
+    if (surfaceOperations->getIndex() == 0) {
+        HxSurface* contours = pathSet->getSurface();
+        exec(new PathEditImportContours(set, selection, contours ? contours->getSurface() : nullptr));
+    } else if (surfaceOperations->getIndex() == 1) {
+        PathEditPatchify* patchify = new PathEditPatchify(set);
+        patchify->viewer = this;
+        exec(patchify);
+    }
+}
+
+void SurfaceVertexPathEditor::entangle() {
+    SelectionInfo* chosen = getSelection();
+    if (chosen->getActivePaths().empty()) return;
+    exec(new PathEditEntangle(&pathSet->pathSet, chosen, chosen->getActivePaths(), kEntangleTolerance));
 }
 
 // False when the menu has no selection, which ends this update.
@@ -565,6 +601,8 @@ int SurfaceVertexPathEditor::parse(Tcl_Interp* interp, int argc, char** argv) {
     }
     SurfacePathSet* set = &pathSet->pathSet;
     switch (matched) {
+        case 0: exec(new PathEditEntangle(set, getSelection(), kEntangleTolerance)); return 0;
+        case 1: exec(new PathEditUntangle(set, getSelection())); return 0;
         case 2: undoBuffer.clear(); return 0;
         case 3: {
             if (argc < 4) {
@@ -592,8 +630,14 @@ int SurfaceVertexPathEditor::parse(Tcl_Interp* interp, int argc, char** argv) {
             if (currentConnector) return currentConnector->parse(interp, argc, argv);
             Tcl_VaSetResult(interp, "No connector class instantiated");
             return 0;
-        default:
-            // entangle, untangle and splitPathsAtIntersections arrive with the entangler.
-            return 1;
+        case 5: {
+            if (argc > 3) return 0;
+            PathEditFixIntersections* split = new PathEditFixIntersections(set, getSelection(), false);
+            if (argc == 3) split->entangleTolerance = float(strtod(argv[2], nullptr));
+            exec(split);
+            touchAndFire();
+            return 0;
+        }
+        default: return 1;
     }
 }

@@ -53,6 +53,8 @@ class SurfaceVertexPathEditor : public SurfacePathEditorGUIBase {
     // Asks whether an operation applies to the selected paths (true) or to all.
     bool askForSelection();
     void setFreeHandDraw(bool on) { freeHandDraw = on; }
+    // Entangles the selected paths (the "Entangle" button); nothing without a selection.
+    virtual void entangle();
     // Deletes the active control point, or else the active paths.
     void deleteOperations();
 
@@ -87,6 +89,7 @@ class SurfaceVertexPathEditor : public SurfacePathEditorGUIBase {
     // Every port change of one update, in the order the buttons act.
     void handleActionButtons(SelectionInfo* selection, PathConnector* connectorOfMenu);
     void handlePathOperations(SelectionInfo* selection, PathConnector* connectorOfMenu);
+    void handleSurfaceOperations(SelectionInfo* selection);
     bool handleConnectorMenu();
     void handleSliders(SelectionInfo* selection);
     void handleFreeHandToggle();

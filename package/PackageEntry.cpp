@@ -8,12 +8,17 @@
 #include "PathEditDeleteAllPaths.h"
 #include "PathEditDeleteCP.h"
 #include "PathEditDeletePaths.h"
+#include "PathEditEntangle.h"
+#include "PathEditFixIntersections.h"
+#include "PathEditImportContours.h"
 #include "PathEditInsertCP.h"
 #include "PathEditMergePaths.h"
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
+#include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditUntangle.h"
 #include "PathOperation.h"
 #include "SinglePathOperation.h"
 #include "SurfacePathEditorGUIBase.h"
@@ -37,20 +42,20 @@ void registerClasses() {
     // SurfacePathEditor::initClass();
     SinglePathOperation::initClass();
     PathOperation::initClass();
-    // PathEditUntangle::initClass();
+    PathEditUntangle::initClass();
     // PathEditSnapNodes::initClass();
     // PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();
     // PathEditRetriangulate::initClass();
-    // PathEditPatchify::initClass();
+    PathEditPatchify::initClass();
     PathEditOpenPath::initClass();
     PathEditMoveCP::initClass();
     PathEditMergePaths::initClass();
     PathEditInsertCP::initClass();
-    // PathEditImportContours::initClass();
-    // PathEditFixIntersections::initClass();
-    // PathEditEntangle::initClass();
+    PathEditImportContours::initClass();
+    PathEditFixIntersections::initClass();
+    PathEditEntangle::initClass();
     PathEditDeletePaths::initClass();
     PathEditDeleteCP::initClass();
     PathEditDeleteAllPaths::initClass();

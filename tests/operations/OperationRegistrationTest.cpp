@@ -4,12 +4,17 @@
 #include "PathEditDeleteAllPaths.h"
 #include "PathEditDeleteCP.h"
 #include "PathEditDeletePaths.h"
+#include "PathEditEntangle.h"
+#include "PathEditFixIntersections.h"
+#include "PathEditImportContours.h"
 #include "PathEditInsertCP.h"
 #include "PathEditMergePaths.h"
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
+#include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditUntangle.h"
 
 #include <gtest/gtest.h>
 
@@ -26,6 +31,9 @@ TEST(OperationRegistration, EveryOperationIsRegisteredUnderItsNameBelowSinglePat
         PathEditDeleteAllPaths::getClassTypeId(), PathEditClosePath::getClassTypeId(),
         PathEditOpenPath::getClassTypeId(),   PathEditReversePath::getClassTypeId(),
         PathEditSelection::getClassTypeId(),  PathEditMergePaths::getClassTypeId(),
+        PathEditFixIntersections::getClassTypeId(), PathEditEntangle::getClassTypeId(),
+        PathEditUntangle::getClassTypeId(),   PathEditImportContours::getClassTypeId(),
+        PathEditPatchify::getClassTypeId(),
     };
     for (McTypeInfo const* type : types) {
         EXPECT_EQ(McTypeInfo::fromName(type->getName()), type);
