@@ -3,7 +3,8 @@
 // identity, selection), a failed operation must leave nothing behind, and the path set must
 // stay consistent. Control-point flags are left out: they live on the nodes, which snapshots
 // share, so an operation that flags an existing node (opening a path with new end control
-// points) keeps that flag through undo by design.
+// points) keeps that flag through undo by design. The surface's patches are part of the state
+// too, since patchifying changes them.
 
 #include "DijkstraConnector.h"
 #include "OperationTestSupport.h"
@@ -13,12 +14,17 @@
 #include "PathEditDeleteAllPaths.h"
 #include "PathEditDeleteCP.h"
 #include "PathEditDeletePaths.h"
+#include "PathEditEntangle.h"
+#include "PathEditFixIntersections.h"
+#include "PathEditImportContours.h"
 #include "PathEditInsertCP.h"
 #include "PathEditMergePaths.h"
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
+#include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditUntangle.h"
 #include "PathEditUndoBuffer.h"
 #include "SurfaceIO.h"
 #include "TestSurfaces.h"
@@ -35,7 +41,19 @@ PathSetState structure(PathSetState state) {
     return state;
 }
 
-PathSetState live(EditedPathSet const& edited) { return structure(captureState(edited)); }
+// The paths without flags, and the patch of every triangle.
+struct SessionState {
+    PathSetState paths;
+    std::vector<int> patches;
+    bool operator==(SessionState const& other) const { return paths == other.paths && patches == other.patches; }
+};
+std::ostream& operator<<(std::ostream& out, SessionState const& state) { return out << state.paths; }
+
+SessionState live(EditedPathSet const& edited) {
+    SessionState state{structure(captureState(edited)), {}};
+    for (Surface::Triangle const& t : edited.surface.triangles) state.patches.push_back(t.patch);
+    return state;
+}
 
 constexpr int kDefaultSequences = 2000;
 constexpr int kStepsPerSequence = 20;
@@ -116,7 +134,7 @@ class RandomSession {
         SelectionInfo* sel = &mEdited.selection;
         if (numPaths() == 0) return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
         const int p = pick(numPaths());
-        switch (pick(12)) {
+        switch (pick(17)) {
             case 0: return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
             case 1:
             case 2: return new PathEditAddCP(ps, p, newControlPoint(nearbyVertex(lastVertexOf(p))), &mConnector);
@@ -147,13 +165,23 @@ class RandomSession {
                 return new PathEditDeletePaths(ps, sel, paths, pick(2));
             }
             case 10: return selectionOperation();
-            default: {
-                McDArray<int> paths;
-                for (int i = 0; i < numPaths(); ++i)
-                    if (pick(2) == 0) paths.append(i);
-                return new PathEditMergePaths(ps, sel, paths);
-            }
+            case 12: return new PathEditFixIntersections(ps, sel, pick(2) == 1);
+            case 13: return new PathEditFixIntersections(ps, sel, somePaths(), false);
+            case 14: return new PathEditEntangle(ps, sel, somePaths(), 0.001f);
+            case 15: return new PathEditUntangle(ps, sel, somePaths());
+            case 16:
+                if (pick(2)) return new PathEditImportContours(ps, sel, &mEdited.surface);
+                return new PathEditPatchify(ps);
+            default: return new PathEditMergePaths(ps, sel, somePaths());
         }
+    }
+
+    // Each path with probability one half; often none, which means all to some operations.
+    McDArray<int> somePaths() {
+        McDArray<int> paths;
+        for (int i = 0; i < numPaths(); ++i)
+            if (pick(2) == 0) paths.append(i);
+        return paths;
     }
 
     // A control point on a segment between two vertex nodes, in the middle of their edge.
@@ -181,12 +209,12 @@ class RandomSession {
     void apply() {
         McHandle<PathOperation> op = randomOperation();
         mLastStep = op->getTypeId()->getName();
-        const PathSetState before = live(mEdited);
+        const SessionState before = live(mEdited);
         if (!runProtocol(op)) {
             ASSERT_EQ(live(mEdited), before) << op->getTypeId()->getName() << " failed and left a change";
             return;
         }
-        const PathSetState after = live(mEdited);
+        const SessionState after = live(mEdited);
         op->undo();
         ASSERT_EQ(live(mEdited), before) << "undo of " << op->getTypeId()->getName();
         op->redo();
@@ -218,7 +246,7 @@ class RandomSession {
     std::mt19937 mRng;
     DijkstraConnector mConnector;
     PathEditUndoBuffer mBuffer;
-    std::vector<PathSetState> mStates;
+    std::vector<SessionState> mStates;
     std::string mLastStep;  // state after history entry i is mStates[i + 1]
 };
 
