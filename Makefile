@@ -70,6 +70,7 @@ bench: build
 	$(BUILD)/bin/operations_bench
 	$(BUILD)/bin/viewer_bench
 	$(BUILD)/bin/editor_bench
+	$(BUILD)/bin/crossing_bench
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

@@ -30,7 +30,19 @@ bool PathEntangler::compute() {
     bool changed = false;
     for (int pass = 0; pass < kMaxPasses && entangleOnce(); ++pass) changed = true;
     if (mMarkControlPoints) markSharedNodes();
+    releaseWorkspace();
     return changed;
+}
+
+// Callers keep the entangler while they go on with the set, so its per-segment tables (as
+// large as the set itself) go now.
+void PathEntangler::releaseWorkspace() {
+    mSegments = McDArray<Segment>();
+    mPathSegmentStart = McDArray<int>();
+    mInsertions = McDArray<Insertion>();
+    mParent = McDArray<int>();
+    mCreated.clear();
+    mMet = McDArray<int>();
 }
 
 bool PathEntangler::entangleOnce() {

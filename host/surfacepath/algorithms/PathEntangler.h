@@ -69,6 +69,7 @@ class PathEntangler {
     bool covers(int node, int other) const;
     bool rebuildPaths();
     void markSharedNodes();
+    void releaseWorkspace();
 
     SurfacePathSet* mSet;
     McDArray<int> mPaths;
