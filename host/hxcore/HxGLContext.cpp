@@ -5,6 +5,10 @@
 #include <GL/gl.h>
 #include <Inventor/C/glue/gl.h>
 
+#include <cstdlib>
+#include <mutex>
+#include <set>
+
 namespace {
 // One display for the whole process: surfaceless, so that no window system is needed.
 EGLDisplay theDisplay() {
@@ -17,6 +21,24 @@ EGLDisplay theDisplay() {
         return d;
     }();
     return display;
+}
+
+// The contexts alive now. The software rasteriser draws on threads of its own; a process
+// that exits while they still work on a flushed frame can crash in their teardown, so every
+// context finishes its work before the exit handlers of the GL libraries run.
+std::set<HxGLContext*>& liveContexts() {
+    static auto* contexts = new std::set<HxGLContext*>;
+    return *contexts;
+}
+
+void finishAllAtExit() {
+    for (HxGLContext* context : liveContexts()) context->finish();
+}
+
+void registerLive(HxGLContext* context) {
+    static std::once_flag atExit;
+    std::call_once(atExit, [] { std::atexit(finishAllAtExit); });
+    liveContexts().insert(context);
 }
 
 cc_glglue_offscreen_data createOffscreen(unsigned int width, unsigned int height) {
@@ -45,9 +67,11 @@ HxGLContext::HxGLContext() {
     mConfig = config;
     mContext = context;
     setSize(1, 1);
+    registerLive(this);
 }
 
 HxGLContext::~HxGLContext() {
+    liveContexts().erase(this);
     release();
     if (mSurface) eglDestroySurface(theDisplay(), static_cast<EGLSurface>(mSurface));
     if (mContext) eglDestroyContext(theDisplay(), static_cast<EGLContext>(mContext));
@@ -83,6 +107,12 @@ bool HxGLContext::makeCurrent() {
 void HxGLContext::release() {
     if (mContext && eglGetCurrentContext() == static_cast<EGLContext>(mContext))
         eglMakeCurrent(theDisplay(), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+}
+
+void HxGLContext::finish() {
+    if (!makeCurrent()) return;
+    glFinish();
+    release();
 }
 
 unsigned char const* HxGLContext::getPixels() {

@@ -25,6 +25,8 @@ class HxGLContext {
     bool makeCurrent();
     // Releases the context if it is current.
     void release();
+    // Waits until everything drawn so far is done, and releases the context.
+    void finish();
     // The colour buffer read back from GL: width x height RGBA pixels, bottom row first.
     unsigned char const* getPixels();
     // The largest window side we allow (a 256 MB buffer).
