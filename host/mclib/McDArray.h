@@ -5,7 +5,8 @@
 // Copies are cheap: they share the block until one of them writes (the model is Qt's
 // implicit sharing). Every non-const accessor (operator[], last, dataPtr, begin, end) and
 // every mutator first gives the writer a block of its own, so read through const access
-// where nothing is written. A pointer or reference into the elements, taken from a
+// where nothing is written. A block copied for a write through an accessor has no spare
+// room; one copied for a change of the count keeps the capacity. A pointer or reference into the elements, taken from a
 // non-const array, must not be written through once a copy of the array has been made.
 //
 // Appending is the exception that keeps undo snapshots cheap: the elements past the
@@ -224,9 +225,12 @@ class McDArray {
         new (mData + mCount) T(std::forward<V>(value));
         setCount(mCount + 1);
     }
-    // Before a write of an existing element: a block of this array's own.
+    // Before a write of an existing element: a block of this array's own, just large enough.
+    // Undo snapshots keep every block that the live set detached from, so spare room in
+    // those would be paid for once per recorded operation; an append after the detach grows
+    // the block by the usual rule.
     void detach() {
-        if (isShared()) reallocate(capacity());
+        if (isShared()) reallocate(mCount);
     }
     // Before a change of the count: an unshared block of at least `capacity`, without the
     // elements that a former sharer appended past this array's count.

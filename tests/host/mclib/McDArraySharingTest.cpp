@@ -32,7 +32,6 @@ TEST(McDArraySharing, CopiesShareUntilOneWritesAndConstAccessNeverDetaches) {
     EXPECT_FALSE(a.isShared());
     EXPECT_EQ(a, (McDArray<int>{0, 1, 2, 3, 4}));
     EXPECT_EQ(b, (McDArray<int>{42, 1, 2, 3, 4}));
-    EXPECT_EQ(b.capacity(), a.capacity());
 
     McDArray<int> c = a;
     *a.begin() = 7;  // the original writing detaches as well
@@ -86,24 +85,26 @@ TEST(McDArraySharing, AppendingToAFullSharedBlockGrowsByTheUsualRule) {
 }
 
 // Every edit other than an append at the free tail copies a shared block first: the sharer
-// keeps its elements and the editor gets the edited ones.
+// keeps its elements and the editor gets the edited ones. Edits of the count keep the
+// capacity; writes through an accessor copy without spare room (capacity 5 here).
 TEST(McDArraySharing, EditsOfASharedBlockLeaveTheSharerUnchanged) {
     struct Edit {
         char const* name;
         std::function<void(McDArray<int>&)> apply;
         McDArray<int> expected;
+        int64_t capacity = 8;
         bool appendsAtTail = false;
     };
     const std::vector<Edit> edits = {
-        {"resize up", [](McDArray<int>& a) { a.resize(6); }, {0, 1, 2, 3, 4, 0}, true},
+        {"resize up", [](McDArray<int>& a) { a.resize(6); }, {0, 1, 2, 3, 4, 0}, 8, true},
         {"resize down", [](McDArray<int>& a) { a.resize(2); }, {0, 1}},
         {"remove", [](McDArray<int>& a) { a.remove(1, 2); }, {0, 3, 4}},
         {"remove last", [](McDArray<int>& a) { a.remove(4); }, {0, 1, 2, 3}},
         {"insert", [](McDArray<int>& a) { a.insert(1, 9); }, {0, 9, 1, 2, 3, 4}},
-        {"reverse", [](McDArray<int>& a) { a.reverse(); }, {4, 3, 2, 1, 0}},
-        {"fill", [](McDArray<int>& a) { a.fill(7); }, {7, 7, 7, 7, 7}},
+        {"reverse", [](McDArray<int>& a) { a.reverse(); }, {4, 3, 2, 1, 0}, 5},
+        {"fill", [](McDArray<int>& a) { a.fill(7); }, {7, 7, 7, 7, 7}, 5},
         {"clear", [](McDArray<int>& a) { a.clear(); }, {}},
-        {"last", [](McDArray<int>& a) { a.last() = 8; }, {0, 1, 2, 3, 8}},
+        {"last", [](McDArray<int>& a) { a.last() = 8; }, {0, 1, 2, 3, 8}, 5},
     };
     for (Edit const& edit : edits) {
         for (bool tailClaimed : {false, true}) {
@@ -116,7 +117,7 @@ TEST(McDArraySharing, EditsOfASharedBlockLeaveTheSharerUnchanged) {
             edit.apply(edited);
             EXPECT_EQ(edited, edit.expected) << edit.name;
             EXPECT_EQ(sharer, (McDArray<int>{0, 1, 2, 3, 4})) << edit.name;
-            EXPECT_EQ(edited.capacity(), 8) << edit.name;
+            EXPECT_EQ(edited.capacity(), edit.capacity) << edit.name;
             EXPECT_EQ(edited.isSharedWith(sharer), edit.appendsAtTail && !tailClaimed) << edit.name;
             edited.append(5);  // the editor's block is its own: no stale tail
             EXPECT_EQ(edited.last(), 5) << edit.name;
