@@ -6,8 +6,9 @@
 // implicit sharing). Every non-const accessor (operator[], last, dataPtr, begin, end) and
 // every mutator first gives the writer a block of its own, so read through const access
 // where nothing is written. A block copied for a write through an accessor has no spare
-// room; one copied for a change of the count keeps the capacity. A pointer or reference into the elements, taken from a
-// non-const array, must not be written through once a copy of the array has been made.
+// room; one copied for a change of the count keeps the capacity. A pointer or reference into
+// the elements, taken from a non-const array, must not be written through once a copy of the
+// array has been made.
 //
 // Appending is the exception that keeps undo snapshots cheap: the elements past the
 // longest sharer's count belong to nobody, so an array whose count reaches that far appends
