@@ -16,6 +16,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 MC_TYPED_IMPL_CREATABLE(HxSurfacePathSet, HxData)
 
@@ -284,7 +285,7 @@ int HxSurfacePathSet::parseQuery(Tcl_Interp* interp, int argc, char** argv, bool
             Tcl_SetObjResult(interp, Tcl_NewDoubleObj(pathSet.getPathLength(index)));
         } else {
             Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
-            for (int node : pathSet.paths[index].nodeIndices) Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(node));
+            for (int node : std::as_const(pathSet.paths)[index].nodeIndices) Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(node));
             Tcl_SetObjResult(interp, list);
         }
         return TCL_OK;

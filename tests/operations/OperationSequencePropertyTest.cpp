@@ -57,10 +57,14 @@ SessionState live(EditedPathSet const& edited) {
 
 constexpr int kDefaultSequences = 2000;
 constexpr int kStepsPerSequence = 20;
+// Long histories: snapshots share arrays with the live set and with one another, so a write
+// that reached a shared block would surface only when an old state is restored much later.
+constexpr int kDefaultLongSequences = 10;
+constexpr int kStepsPerLongSequence = 400;
 
-int sequenceCount() {
-    char const* env = std::getenv("SURFPATH_PROPERTY_SEQUENCES");
-    return env ? std::atoi(env) : kDefaultSequences;
+int countFromEnv(char const* name, int fallback) {
+    char const* env = std::getenv(name);
+    return env ? std::atoi(env) : fallback;
 }
 
 Surface const& elephant() {
@@ -250,18 +254,27 @@ class RandomSession {
     std::string mLastStep;  // state after history entry i is mStates[i + 1]
 };
 
-TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOnARealMesh) {
-    // SURFPATH_PROPERTY_SEED=N replays the one sequence of a reported seed;
-    // SURFPATH_PROPERTY_TRACE=1 names each seed before it runs (for crashes and hangs).
+// SURFPATH_PROPERTY_SEED=N replays the one sequence of a reported seed;
+// SURFPATH_PROPERTY_TRACE=1 names each seed before it runs (for crashes and hangs).
+void runSequences(int count, int steps) {
     const bool trace = std::getenv("SURFPATH_PROPERTY_TRACE") != nullptr;
     char const* only = std::getenv("SURFPATH_PROPERTY_SEED");
     const int first = only ? std::atoi(only) : 1;
-    const int last = only ? first : sequenceCount();
-    for (int seed = first; seed <= last && !HasFailure(); ++seed) {
+    const int last = only ? first : count;
+    for (int seed = first; seed <= last && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(testing::Message() << "sequence seed " << seed);
         if (trace) std::fprintf(stderr, "sequence seed %d\n", seed);
-        RandomSession(static_cast<unsigned>(seed)).run(kStepsPerSequence);
+        RandomSession(static_cast<unsigned>(seed)).run(steps);
     }
+}
+
+TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOnARealMesh) {
+    runSequences(countFromEnv("SURFPATH_PROPERTY_SEQUENCES", kDefaultSequences), kStepsPerSequence);
+}
+
+TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOfALongHistory) {
+    runSequences(countFromEnv("SURFPATH_PROPERTY_LONG_SEQUENCES", kDefaultLongSequences),
+                 countFromEnv("SURFPATH_PROPERTY_LONG_STEPS", kStepsPerLongSequence));
 }
 
 }  // namespace
