@@ -18,6 +18,7 @@
 #include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 #include "PathOperation.h"
 #include "SinglePathOperation.h"
@@ -43,7 +44,7 @@ void registerClasses() {
     SinglePathOperation::initClass();
     PathOperation::initClass();
     PathEditUntangle::initClass();
-    // PathEditSnapNodes::initClass();
+    PathEditSnapNodes::initClass();
     // PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();

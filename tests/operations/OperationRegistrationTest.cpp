@@ -14,6 +14,7 @@
 #include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +34,7 @@ TEST(OperationRegistration, EveryOperationIsRegisteredUnderItsNameBelowSinglePat
         PathEditSelection::getClassTypeId(),  PathEditMergePaths::getClassTypeId(),
         PathEditFixIntersections::getClassTypeId(), PathEditEntangle::getClassTypeId(),
         PathEditUntangle::getClassTypeId(),   PathEditImportContours::getClassTypeId(),
-        PathEditPatchify::getClassTypeId(),
+        PathEditPatchify::getClassTypeId(),   PathEditSnapNodes::getClassTypeId(),
     };
     for (McTypeInfo const* type : types) {
         EXPECT_EQ(McTypeInfo::fromName(type->getName()), type);
