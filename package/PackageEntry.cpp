@@ -16,6 +16,7 @@
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
 #include "PathEditPatchify.h"
+#include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
 #include "PathEditSnapNodes.h"
@@ -48,7 +49,7 @@ void registerClasses() {
     // PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();
-    // PathEditRetriangulate::initClass();
+    PathEditRetriangulate::initClass();
     PathEditPatchify::initClass();
     PathEditOpenPath::initClass();
     PathEditMoveCP::initClass();

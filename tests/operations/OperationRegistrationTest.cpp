@@ -12,6 +12,7 @@
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
 #include "PathEditPatchify.h"
+#include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
 #include "PathEditSnapNodes.h"
@@ -35,6 +36,7 @@ TEST(OperationRegistration, EveryOperationIsRegisteredUnderItsNameBelowSinglePat
         PathEditFixIntersections::getClassTypeId(), PathEditEntangle::getClassTypeId(),
         PathEditUntangle::getClassTypeId(),   PathEditImportContours::getClassTypeId(),
         PathEditPatchify::getClassTypeId(),   PathEditSnapNodes::getClassTypeId(),
+        PathEditRetriangulate::getClassTypeId(),
     };
     for (McTypeInfo const* type : types) {
         EXPECT_EQ(McTypeInfo::fromName(type->getName()), type);
