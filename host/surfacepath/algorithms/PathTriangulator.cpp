@@ -293,6 +293,8 @@ bool Plan::split(int triangle, SplitTriangle const& work, bool refine) {
     }
     if (refine) {
         Mesher mesher(cdt, Mesher::Criteria(kQualityBound));
+        // This mesher's constructor leaves its seed mark unset, and init() reads it.
+        mesher.clear_seeds();
         mesher.init();
         int added = 0;
         // Each step takes one bad triangle off the queue, so the steps are bounded as well.
