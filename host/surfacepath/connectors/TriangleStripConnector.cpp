@@ -3,6 +3,7 @@
 #include "HxInterpreter.h"
 #include "Surface.h"
 #include "SurfaceEdgeNode.h"
+#include "SurfaceGeometry.h"
 #include "SurfacePathSet.h"
 #include "SurfaceVertexNode.h"
 
@@ -17,6 +18,8 @@
 MC_TYPED_IMPL_CREATABLE(TriangleStripConnector, PathConnector)
 
 namespace {
+
+using SurfaceGeometry::triangleAcross;
 
 struct Vec2 {
     double x = 0, y = 0;
@@ -38,18 +41,10 @@ McVec3f centroid(Surface const& s, int t) {
     return (s.points[tri.points[0]] + s.points[tri.points[1]] + s.points[tri.points[2]]) / 3.0f;
 }
 
-// The triangle across side `side` of `t`; -1 at a border or a side shared by more than two.
-int across(Surface const& s, int t, int side) {
-    const int e = s.triangles[t].edges[side];
-    if (e < 0 || s.getNumTrianglesOfEdge(e) != 2) return -1;
-    int const* pair = s.getTrianglesOfEdge(e);
-    return pair[0] == t ? pair[1] : pair[0];
-}
-
 // The side of `t` shared with `other`, -1 if none.
 int sharedSide(Surface const& s, int t, int other) {
     for (int side = 0; side < 3; ++side)
-        if (across(s, t, side) == other) return side;
+        if (triangleAcross(s, t, side) == other) return side;
     return -1;
 }
 
@@ -212,17 +207,6 @@ void crossings(Surface* surface, std::vector<Portal> const& portals, std::vector
     }
 }
 
-// The direction d in the plane of triangle t as a change of barycentric coordinates.
-void barycentricDirection(Surface const& s, int t, McVec3f const& d, double change[3]) {
-    Surface::Triangle const& tri = s.triangles[t];
-    const McVec3f e1 = s.points[tri.points[1]] - s.points[tri.points[0]], e2 = s.points[tri.points[2]] - s.points[tri.points[0]];
-    const double a = e1.dot(e1), b = e1.dot(e2), c = e2.dot(e2), r1 = e1.dot(d), r2 = e2.dot(d);
-    const double det = a * c - b * b;
-    change[1] = det != 0 ? (r1 * c - r2 * b) / det : 0;
-    change[2] = det != 0 ? (a * r2 - b * r1) / det : 0;
-    change[0] = -change[1] - change[2];
-}
-
 bool isSameVertex(SurfaceNode const* a, SurfaceNode const* b) {
     return a->getKind() == SurfaceNode::VERTEX && b->getKind() == SurfaceNode::VERTEX && a->getElement() == b->getElement();
 }
@@ -256,7 +240,7 @@ bool TriangleStripConnector::aimStrip(Surface const& s, SurfaceNode const* from,
         const McVec3f here = s.points[tri.points[0]] * float(at[0]) + s.points[tri.points[1]] * float(at[1]) +
                              s.points[tri.points[2]] * float(at[2]);
         double change[3];
-        barycentricDirection(s, t, target - here, change);
+        SurfaceGeometry::barycentricDirection(s, t, target - here, change);
         int leaving = -1;  // the corner whose weight reaches zero first
         double reach = 0;
         for (int i = 0; i < 3; ++i)
@@ -266,7 +250,7 @@ bool TriangleStripConnector::aimStrip(Surface const& s, SurfaceNode const* from,
             }
         if (leaving < 0) return false;
         const int side = (leaving + 1) % 3;  // the side opposite that corner
-        const int next = across(s, t, side);
+        const int next = triangleAcross(s, t, side);
         if (next < 0 || std::find(strip.begin(), strip.end(), next) != strip.end()) return false;
         const int p = tri.points[side], q = tri.points[(side + 1) % 3];
         const double weightP = std::max(0.0, at[side] + reach * change[side]);
@@ -316,7 +300,7 @@ bool TriangleStripConnector::findStrip(Surface const& s, SurfaceNode const* from
             return true;
         }
         for (int side = 0; side < 3; ++side) {
-            const int next = across(s, t, side);
+            const int next = triangleAcross(s, t, side);
             if (next >= 0) reach(next, t, visit.cost + distance(centroid(s, t), centroid(s, next)));
         }
     }
