@@ -18,6 +18,7 @@
 #include "PathEditPatchify.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSmooth.h"
 #include "PathEditUntangle.h"
 #include "PathOperation.h"
 #include "SinglePathOperation.h"
@@ -44,7 +45,7 @@ void registerClasses() {
     PathOperation::initClass();
     PathEditUntangle::initClass();
     // PathEditSnapNodes::initClass();
-    // PathEditSmooth::initClass();
+    PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();
     // PathEditRetriangulate::initClass();

@@ -1,0 +1,90 @@
+#include "PathEditSmooth.h"
+
+#include "HxMessage.h"
+
+#include <cmath>
+
+MC_TYPED_IMPL(PathEditSmooth, SinglePathOperation)
+
+PathEditSmooth::PathEditSmooth(SurfacePathSet* pathSet_)
+    : SinglePathOperation(pathSet_, nullptr, nullptr), smoothPathSet(pathSet_) {
+    Surface* surface = pathSet_ ? pathSet_->getSurface() : nullptr;
+    geodesic.init(surface);
+    stripConnector.init(surface, nullptr);
+}
+
+bool PathEditSmooth::exec() {
+    if (!smoothPathSet) return false;
+    if (pathList.empty())
+        for (int p = 0; p < smoothPathSet->getNumPaths(); ++p) pathList.append(p);
+    if (iterations < 1) return true;
+    for (int pass = 0; pass < iterations; ++pass) {
+        for (int p : pathList) {
+            smoothPath(p);
+            smoothPathSet->removeInteriorNodes(p, 1);
+        }
+        snapToEdges();
+        smoothPathSet->removeDuplicateNodes(1e-06f, 1);
+        if (!smoothPathSet->isConsistent(true, nullptr)) {
+            HxMessage::getTheMsg()->printf("PathSmooth failed");
+            return false;
+        }
+    }
+    return true;
+}
+
+void PathEditSmooth::snapToEdges() {
+    SurfaceNodeFactory& factory = smoothPathSet->nodeFactory;
+    if (!smoothPathSet->getSurface()) return;
+    factory.backupMode = factory.mode;
+    factory.backupTolerance = factory.tolerance;
+    factory.mode = SurfaceNodeFactory::BARYCENTRIC;
+    factory.tolerance = 0.01f;
+    for (int64_t i = 0; i < smoothPathSet->nodes.size(); ++i) {
+        SurfaceNode* converted = factory.convertNode(smoothPathSet->nodes[i]);
+        if (converted != smoothPathSet->nodes[i]) smoothPathSet->nodes[i] = converted;
+    }
+    factory.mode = factory.backupMode;
+    factory.tolerance = factory.backupTolerance;
+}
+
+void PathEditSmooth::smoothPath(int p) {
+    const int n = smoothPathSet->getNumNodesOnPath(p);
+    if (n < 1) return;  // callers list only paths with nodes
+    McDArray<int> old;
+    smoothPathSet->getPath(p, old);
+    McDArray<McHandle<SurfaceNode>> moved(n);
+    if (n >= 1) {
+        moved[0] = smoothPathSet->nodes[old[0]];
+        moved[n - 1] = smoothPathSet->nodes[old[n - 1]];
+    }
+    for (int i = 1; i + 1 < n; ++i) {
+        SurfaceNode* cur = smoothPathSet->getSurfaceNode(p, i);
+        const McVec3f P = smoothPathSet->getSurfaceNode(p, i - 1)->getPosition(), X = cur->getPosition(),
+                      Q = smoothPathSet->getSurfaceNode(p, i + 1)->getPosition();
+        const float s = float(2.0 * double(weight) + 1.0);
+        const McVec3f d = (P + Q - X * 2) * weight / s;
+        const McVec3f m = cur->getNormal();
+        McVec3f t = d - m * d.dot(m);
+        const float L = d.length();
+        if (t.length() != 0) t.normalize();
+        const double r = double(L) / (double((X - P).length()) + double((Q - X).length()));
+        moved[i] = cur;
+        McHandle<SurfaceNode> reached;
+        if ((r >= 0.0001 || std::isnan(r)) && geodesic.compute(cur, t, L, reached) && reached) moved[i] = reached;
+        moved[i]->isControlPoint = cur->isControlPoint;
+    }
+    McDArray<int> list;
+    list.append(old[0]);
+    for (int k = 1; k < n; ++k) {
+        McDArray<McHandle<SurfaceNode>> between;
+        if (!stripConnector.computeConnection(moved[k - 1], moved[k], between, nullptr)) {
+            HxMessage::getTheMsg()->printf("Error: cannot smooth path %d", p);
+            return;
+        }
+        for (SurfaceNode* node : between) list.append(smoothPathSet->addNode(node));
+        if (k != n - 1) list.append(smoothPathSet->addNode(moved[k]));
+    }
+    list.append(old[n - 1]);
+    smoothPathSet->paths[p].nodeIndices = list;
+}
