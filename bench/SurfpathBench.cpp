@@ -4,15 +4,23 @@
 //   single-source pass of the Boost Graph Library's dijkstra_shortest_paths over the same
 //   edge graph; counter `of_full_bgl` is the connector's time as a fraction of that pass;
 // - copyData of path sets of 10k, 100k and 1M nodes against a memcpy of the same bytes
-//   (node handles and path entries); counter `x_memcpy` is the ratio.
-// A summary line at the end states whether a short segment costs under 5% of a full pass.
+//   (node handles and path entries); counter `x_memcpy` is the ratio. Copies share the
+//   arrays, so the copy alone is cheap; the copy followed by a write to every array pays
+//   for the detaches.
+// - retriangulating the mesh along paths of 10k edge and triangle nodes (both triangulators)
+//   against one copyData of the surface; counter `x_copyData` is the ratio.
+// Summary lines at the end state whether a short segment costs under 5% of a full pass and
+// whether retriangulating along 10k nodes takes under 1 s.
 
 #include "DijkstraConnector.h"
 #include "MeshSubdivision.h"
+#include "PathTriangulator.h"
+#include "PathTriangulatorFactory.h"
 #include "Surface.h"
 #include "SurfaceIO.h"
 #include "SurfacePathSet.h"
 #include "SurfaceVertexNode.h"
+#include "WriteEveryArray.h"
 
 #include <benchmark/benchmark.h>
 #include <boost/graph/compressed_sparse_row_graph.hpp>
@@ -24,7 +32,9 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -180,7 +190,7 @@ double memcpySeconds(size_t bytes) {
     return times[3];
 }
 
-void BM_CopyData(benchmark::State& state) {
+void measureCopyData(benchmark::State& state, bool thenWrite) {
     const int n = int(state.range(0));
     std::unique_ptr<SurfacePathSet> source(makePathSet(n));
     const size_t bytes = size_t(n) * (sizeof(McHandle<SurfaceNode>) + sizeof(int));
@@ -189,12 +199,17 @@ void BM_CopyData(benchmark::State& state) {
     for (auto _ : state) {
         const auto start = Clock::now();
         copy.copyData(*source, nullptr);
+        if (thenWrite) writeEveryArray(copy);
         seconds += std::chrono::duration<double>(Clock::now() - start).count();
-        benchmark::DoNotOptimize(copy.nodes.dataPtr());
+        benchmark::DoNotOptimize(std::as_const(copy).nodes.dataPtr());
     }
     state.counters["x_memcpy"] = seconds / double(state.iterations()) / memcpySeconds(bytes);
     state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(bytes));
 }
+
+void BM_CopyData(benchmark::State& state) { measureCopyData(state, false); }
+// A copy followed by a write to each of its arrays: the copies that must detach.
+void BM_CopyDataThenWrite(benchmark::State& state) { measureCopyData(state, true); }
 
 void BM_Memcpy(benchmark::State& state) {
     const size_t bytes = size_t(state.range(0)) * (sizeof(McHandle<SurfaceNode>) + sizeof(int));
@@ -207,13 +222,79 @@ void BM_Memcpy(benchmark::State& state) {
     state.SetBytesProcessed(int64_t(state.iterations()) * int64_t(bytes));
 }
 
+double surfaceCopySeconds = 0;
+std::map<std::string, double> retriangulationSeconds;
+
+void BM_SurfaceCopyData(benchmark::State& state) {
+    Surface copy;
+    double seconds = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        copy.copyData(mesh().surface);
+        seconds += std::chrono::duration<double>(Clock::now() - start).count();
+        benchmark::DoNotOptimize(copy.triangles.dataPtr());
+    }
+    surfaceCopySeconds = seconds / double(state.iterations());
+}
+
+// Paths of alternating triangle and edge nodes, each walking into triangles no path visited
+// yet, so that none crosses another; `nodes` nodes in all.
+void addWalks(SurfacePathSet& set, int nodes) {
+    Surface const& s = *set.getSurface();
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> unit(0.1f, 0.9f);
+    std::vector<char> visited(size_t(s.getNumTriangles()));
+    while (set.getNumNodes() < nodes) {
+        int t = int(random() % unsigned(s.getNumTriangles()));
+        McDArray<int> path;
+        for (int step = 0; step < 50 && !visited[size_t(t)]; ++step) {
+            visited[size_t(t)] = 1;
+            path.append(set.addNode(set.nodeFactory.createTriangleNode(t, unit(random) * 0.5f, unit(random) * 0.5f)));
+            const int side = int(random() % 3u), next = s.neighbours[3 * t + side];
+            if (next < 0 || visited[size_t(next)]) break;
+            path.append(set.addNode(set.nodeFactory.createEdgeNode(s.triangles[t].edges[side], unit(random))));
+            t = next;
+        }
+        set.addPath(path);
+    }
+}
+
+void retriangulate(benchmark::State& state, char const* name) {
+    Surface surface;
+    double seconds = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        surface.copyData(mesh().surface);
+        surface.createNeighbours();  // the walks step across triangle sides
+        SurfacePathSet set(&surface);
+        addWalks(set, 10000);
+        std::unique_ptr<PathTriangulator> triangulator(PathTriangulatorFactory::createPathTriangulator(name));
+        triangulator->setTolerance(0.001f);
+        triangulator->setPathSet(&set);
+        state.ResumeTiming();
+        const auto start = Clock::now();
+        if (!triangulator->run(false)) state.SkipWithError("the retriangulation failed");
+        seconds += std::chrono::duration<double>(Clock::now() - start).count();
+    }
+    retriangulationSeconds[name] = seconds / double(state.iterations());
+    state.counters["x_copyData"] = retriangulationSeconds[name] / surfaceCopySeconds;
+    state.counters["mesh_triangles"] = mesh().surface.getNumTriangles();
+}
+
+void BM_RetriangulateConstrained(benchmark::State& state) { retriangulate(state, "Constrained Delaunay"); }
+void BM_RetriangulateQuality(benchmark::State& state) { retriangulate(state, "Quality Delaunay"); }
+
 }  // namespace
 
 BENCHMARK(BM_BglFullPass)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DijkstraShortSegment)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_DijkstraLongSegment)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_CopyData)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_CopyDataThenWrite)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Memcpy)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_SurfaceCopyData)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RetriangulateConstrained)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_RetriangulateQuality)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
@@ -227,5 +308,10 @@ int main(int argc, char** argv) {
                     mesh().surface.getNumTriangles(), 100 * shortFraction, shortFraction < 0.05 ? "met" : "MISSED",
                     100 * fractions["long"]);
     }
+    for (auto const& [name, seconds] : retriangulationSeconds)
+        std::printf("summary: retriangulating (%s) along 10k path nodes on %d triangles takes %.3f s, %.1f copyData "
+                    "of the surface (target below 1 s: %s)\n",
+                    name.c_str(), mesh().surface.getNumTriangles(), seconds, seconds / surfaceCopySeconds,
+                    seconds < 1 ? "met" : "MISSED");
     return 0;
 }

@@ -8,7 +8,7 @@ MC_TYPED_IMPL(PathEditAddCP, SinglePathOperation)
 PathEditAddCP::PathEditAddCP(SurfacePathSet* pathSet_, int pathIndex_, int nodeIndex, PathConnector* connector_)
     : SinglePathOperation(pathSet_, nullptr, nullptr),
       pathIndex(pathIndex_),
-      node(pathSet_->nodes[nodeIndex]),
+      node(pathSet_->getNode(nodeIndex)),
       connector(connector_),
       isNewNode(false) {}
 

@@ -2,6 +2,8 @@
 
 #include "PathEditClosePath.h"
 
+#include <utility>
+
 MC_TYPED_IMPL(PathEditDeleteCP, SinglePathOperation)
 
 PathEditDeleteCP::PathEditDeleteCP(SurfacePathSet* pathSet_, SelectionInfo* selection_, int cpNode_,
@@ -15,7 +17,7 @@ bool PathEditDeleteCP::updatePathset() {
     // Path and node counts are read afresh: every deletion changes them.
     for (int p = 0; p < pathSet->getNumPaths(); ++p) {
         for (int j = 0; j < pathSet->getNumNodesOnPath(p);) {
-            if (pathSet->paths[p].nodeIndices[j] != cpNode) {
+            if (std::as_const(pathSet->paths)[p].nodeIndices[j] != cpNode) {
                 ++j;
                 continue;
             }

@@ -3,6 +3,8 @@
 #include "PathEditAddCP.h"
 #include "PathEditClosePath.h"
 
+#include <utility>
+
 MC_TYPED_IMPL(PathEditMoveCP, SinglePathOperation)
 
 PathEditMoveCP::PathEditMoveCP(SurfacePathSet* pathSet_, SelectionInfo* selection_, int oldNode_, SurfaceNode* node_,
@@ -14,7 +16,7 @@ bool PathEditMoveCP::updatePathset() {
     for (int p = 0; p < pathSet->getNumPaths(); ++p) {
         // The count is read afresh: every replacement changes it.
         for (int j = 0; j < pathSet->getNumNodesOnPath(p);) {
-            if (pathSet->paths[p].nodeIndices[j] != oldNode) {
+            if (std::as_const(pathSet->paths)[p].nodeIndices[j] != oldNode) {
                 ++j;
                 continue;
             }

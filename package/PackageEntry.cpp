@@ -16,9 +16,11 @@
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
 #include "PathEditPatchify.h"
+#include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
 #include "PathEditSmooth.h"
+#include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 #include "PathOperation.h"
 #include "SinglePathOperation.h"
@@ -44,11 +46,11 @@ void registerClasses() {
     SinglePathOperation::initClass();
     PathOperation::initClass();
     PathEditUntangle::initClass();
-    // PathEditSnapNodes::initClass();
+    PathEditSnapNodes::initClass();
     PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();
-    // PathEditRetriangulate::initClass();
+    PathEditRetriangulate::initClass();
     PathEditPatchify::initClass();
     PathEditOpenPath::initClass();
     PathEditMoveCP::initClass();

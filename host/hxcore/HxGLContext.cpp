@@ -24,20 +24,24 @@ EGLDisplay theDisplay() {
 }
 
 // The contexts alive now. The software rasteriser draws on threads of its own; a process
-// that exits while they still work on a flushed frame can crash in their teardown, so every
-// context finishes its work before the exit handlers of the GL libraries run.
+// that exits while they still work on a flushed frame can crash in their teardown, and
+// leak checkers that stop every thread at exit trip over them. So at exit every context
+// finishes its work and is freed, which ends those threads before the exit handlers of the
+// GL libraries run. The display stays open: closing it unloads the driver, whose own
+// allocations then could not be told apart from ours.
 std::set<HxGLContext*>& liveContexts() {
     static auto* contexts = new std::set<HxGLContext*>;
     return *contexts;
 }
 
-void finishAllAtExit() {
-    for (HxGLContext* context : liveContexts()) context->finish();
+void discardAllAtExit() {
+    const std::set<HxGLContext*> contexts = liveContexts();
+    for (HxGLContext* context : contexts) context->discard();
 }
 
 void registerLive(HxGLContext* context) {
     static std::once_flag atExit;
-    std::call_once(atExit, [] { std::atexit(finishAllAtExit); });
+    std::call_once(atExit, [] { std::atexit(discardAllAtExit); });
     liveContexts().insert(context);
 }
 
@@ -70,11 +74,17 @@ HxGLContext::HxGLContext() {
     registerLive(this);
 }
 
-HxGLContext::~HxGLContext() {
+HxGLContext::~HxGLContext() { discard(); }
+
+void HxGLContext::discard() {
     liveContexts().erase(this);
+    if (!mContext) return;
+    if (makeCurrent()) glFinish();
     release();
     if (mSurface) eglDestroySurface(theDisplay(), static_cast<EGLSurface>(mSurface));
-    if (mContext) eglDestroyContext(theDisplay(), static_cast<EGLContext>(mContext));
+    eglDestroyContext(theDisplay(), static_cast<EGLContext>(mContext));
+    mSurface = nullptr;
+    mContext = nullptr;
 }
 
 void HxGLContext::setSize(int width, int height) {
@@ -107,12 +117,6 @@ bool HxGLContext::makeCurrent() {
 void HxGLContext::release() {
     if (mContext && eglGetCurrentContext() == static_cast<EGLContext>(mContext))
         eglMakeCurrent(theDisplay(), EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-}
-
-void HxGLContext::finish() {
-    if (!makeCurrent()) return;
-    glFinish();
-    release();
 }
 
 unsigned char const* HxGLContext::getPixels() {

@@ -25,8 +25,9 @@ class HxGLContext {
     bool makeCurrent();
     // Releases the context if it is current.
     void release();
-    // Waits until everything drawn so far is done, and releases the context.
-    void finish();
+    // Waits until everything drawn so far is done and frees the GL context; the object
+    // stays, no longer valid.
+    void discard();
     // The colour buffer read back from GL: width x height RGBA pixels, bottom row first.
     unsigned char const* getPixels();
     // The largest window side we allow (a 256 MB buffer).

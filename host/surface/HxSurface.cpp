@@ -5,6 +5,7 @@
 #include "HxFileFormats.h"
 #include "HxInterpreter.h"
 #include "HxMessage.h"
+#include "HxObjectPool.h"
 #include "HxWorkArea.h"
 #include "SurfaceIO.h"
 
@@ -114,4 +115,12 @@ int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
         return TCL_OK;
     }
     return HxData::parse(interp, argc, argv);
+}
+
+HxSurface* HxSurface::findHolder(Surface const* surfaceData) {
+    for (HxObject* object : HxObjectPool::getTheObjectPool().getObjectsOfType(getClassTypeId())) {
+        auto* candidate = static_cast<HxSurface*>(object);
+        if (candidate->getSurface() == surfaceData) return candidate;
+    }
+    return nullptr;
 }

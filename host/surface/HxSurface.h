@@ -27,6 +27,9 @@ class HxSurface : public HxData {
     // "<label>-display", in the object pool, shown) when there is none. Else null.
     HxDisplaySurface* getDisplaySurface(bool create);
 
+    // The pooled surface object that holds `surfaceData`, or null.
+    static HxSurface* findHolder(Surface const* surfaceData);
+
     // Writes in the format named by the file's extension (.off, .obj, .ply, .stl).
     bool saveFile(char const* fileName, McString& error) override;
     int parse(Tcl_Interp* interp, int argc, char** argv) override;

@@ -104,8 +104,8 @@ bool ObjReader::readPoint(TextScanner& text) {
             return fail(text.lineNumber(), McString::format("point %lld has %d numbers where 3 coordinates are needed",
                                                             (long long)point, k));
         if (!TextScanner::toDouble(word, p[size_t(k)]))
-            return fail(text.lineNumber(), McString::format("point %lld: \"%.40s\" is not a number", (long long)point,
-                                                            std::string(word).c_str()));
+            return fail(text.lineNumber(), McString::format("point %lld: \"%s\" is not a number", (long long)point,
+                                                            TextScanner::shown(word).c_str()));
     }
     mSoup.points.push_back(p);  // a weight or a colour after the coordinates is of no use
     return true;
@@ -126,9 +126,9 @@ bool ObjReader::readCorner(std::string_view word, int line) {
     int64_t index = 0;
     if (!TextScanner::toInteger(number, index)) {
         if (TextScanner::looksInteger(number))
-            return fail(line, McString::format("face %lld uses point index %.40s, more than a surface can hold", face,
-                                               std::string(number).c_str()));
-        return fail(line, McString::format("face %lld: \"%.40s\" is not a point index", face, std::string(word).c_str()));
+            return fail(line, McString::format("face %lld uses point index %s, more than a surface can hold", face,
+                                               TextScanner::shown(number).c_str()));
+        return fail(line, McString::format("face %lld: \"%s\" is not a point index", face, TextScanner::shown(word).c_str()));
     }
     const int64_t numPoints = int64_t(mSoup.points.size());
     if (index == 0) return fail(line, McString::format("face %lld uses point index 0, but indices count from 1", face));

@@ -60,8 +60,8 @@ bool OffReader::readKeyword(TextScanner& text, Header& header) {
     header.homogeneous = take("4");
     header.hasDimension = take("n");
     if (rest != "OFF")
-        return fail(text.lineNumber(), McString::format("the file does not start with an OFF header (it starts with \"%.40s\")",
-                                                        std::string(word).c_str()));
+        return fail(text.lineNumber(), McString::format("the file does not start with an OFF header (it starts with \"%s\")",
+                                                        TextScanner::shown(word).c_str()));
     std::string_view mode;
     if (text.token(mode)) {
         header.binary = mode == "BINARY";
@@ -84,8 +84,8 @@ bool OffReader::readAsciiCounts(TextScanner& text, Header& header) {
         if (!text.anyToken(word)) return fail(0, "the file ends before the header gives the numbers of points and faces");
         if (word == "BINARY") return fail(text.lineNumber(), "\"BINARY\" belongs on the first line, after OFF");
         if (!TextScanner::toInteger(word, *counts[k]))
-            return fail(text.lineNumber(), McString::format("\"%.40s\" stands where the header needs the number of %s",
-                                                            std::string(word).c_str(), names[k]));
+            return fail(text.lineNumber(), McString::format("\"%s\" stands where the header needs the number of %s",
+                                                            TextScanner::shown(word).c_str(), names[k]));
         if (*counts[k] < 0)
             return fail(text.lineNumber(), McString::format("the header declares a negative number of %s (%lld)",
                                                             names[k], (long long)*counts[k]));
@@ -149,8 +149,8 @@ bool OffReader::readAsciiPoints(TextScanner& text, Header const& header) {
                 return fail(text.lineNumber(), McString::format("point %lld has %lld numbers where %lld coordinates are needed",
                                                                 (long long)i, (long long)k, (long long)perPoint));
             if (!TextScanner::toDouble(word, values[size_t(k)]))
-                return fail(text.lineNumber(), McString::format("point %lld: \"%.40s\" is not a number", (long long)i,
-                                                                std::string(word).c_str()));
+                return fail(text.lineNumber(), McString::format("point %lld: \"%s\" is not a number", (long long)i,
+                                                                TextScanner::shown(word).c_str()));
         }
         addPoint(values.data(), header);
     }
@@ -159,8 +159,8 @@ bool OffReader::readAsciiPoints(TextScanner& text, Header const& header) {
 
 bool OffReader::addCorner(int64_t index, std::string_view word, int64_t face, int line) {
     if (index < 0 || index >= int64_t(mSoup.points.size()))
-        return fail(line, McString::format("face %lld uses point index %.40s, but the file has only %s (indices count from 0)",
-                                           (long long)face, std::string(word).c_str(),
+        return fail(line, McString::format("face %lld uses point index %s, but the file has only %s (indices count from 0)",
+                                           (long long)face, TextScanner::shown(word).c_str(),
                                            plural(int64_t(mSoup.points.size()), "point", "points").c_str()));
     mSoup.corners.push_back(int(index));
     return true;
@@ -175,16 +175,16 @@ bool OffReader::readAsciiFaces(TextScanner& text, Header const& header) {
         text.token(word);
         int64_t numCorners = 0;
         if (!TextScanner::toInteger(word, numCorners) || numCorners < 0)
-            return fail(text.lineNumber(), McString::format("face %lld: \"%.40s\" is not a number of corners",
-                                                            (long long)f, std::string(word).c_str()));
+            return fail(text.lineNumber(), McString::format("face %lld: \"%s\" is not a number of corners",
+                                                            (long long)f, TextScanner::shown(word).c_str()));
         for (int64_t j = 0; j < numCorners; ++j) {
             if (!text.token(word))
                 return fail(text.lineNumber(), McString::format("face %lld declares %lld corners, but its line lists %lld",
                                                                 (long long)f, (long long)numCorners, (long long)j));
             int64_t index = -1;
             if (!TextScanner::toInteger(word, index) && !TextScanner::looksInteger(word))
-                return fail(text.lineNumber(), McString::format("face %lld: \"%.40s\" is not a point index", (long long)f,
-                                                                std::string(word).c_str()));
+                return fail(text.lineNumber(), McString::format("face %lld: \"%s\" is not a point index", (long long)f,
+                                                                TextScanner::shown(word).c_str()));
             if (!addCorner(index, word, f, text.lineNumber())) return false;  // a too long number stays -1: out of range
         }
         mSoup.endPolygon();

@@ -17,7 +17,7 @@ struct TypeName {
 const TypeName kTypeNames[] = {{"char", "int8"},   {"uchar", "uint8"},   {"short", "int16"}, {"ushort", "uint16"},
                                {"int", "int32"},   {"uint", "uint32"},   {"float", "float32"}, {"double", "float64"}};
 
-std::string shown(std::string_view word) { return std::string(word.substr(0, 40)); }
+std::string shown(std::string_view word) { return TextScanner::shown(word); }
 
 }  // namespace
 

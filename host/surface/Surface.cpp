@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -137,7 +138,7 @@ void Surface::createNeighbours() {
     neighbours.fill(-1);
     for (int t = 0; t < getNumTriangles(); ++t) {
         for (int i = 0; i < 3; ++i) {
-            const int e = triangles[t].edges[i];
+            const int e = std::as_const(triangles)[t].edges[i];
             if (e < 0 || getNumTrianglesOfEdge(e) != 2) continue;
             int const* pair = getTrianglesOfEdge(e);
             const int other = pair[0] == t ? pair[1] : pair[0];
@@ -148,16 +149,17 @@ void Surface::createNeighbours() {
 
 void Surface::computeNormalsPerTriangle() {
     const int numPoints = getNumPoints();
+    Surface const& self = *this;  // const reads: arrays shared with a copy stay shared
     normals.resize(triangles.size());
     for (int t = 0; t < getNumTriangles(); ++t) {
-        int const* p = triangles[t].points;
+        int const* p = self.triangles[t].points;
         normals[t] = McVec3f();
         if (std::any_of(p, p + 3, [numPoints](int i) { return i < 0 || i >= numPoints; })) continue;
         // In double precision, so that small triangles far from the origin keep their normal.
-        double u[3], v[3];
+        double u[3] = {}, v[3] = {};
         for (int k = 0; k < 3; ++k) {
-            u[k] = double(points[p[1]][k]) - points[p[0]][k];
-            v[k] = double(points[p[2]][k]) - points[p[0]][k];
+            u[k] = double(self.points[p[1]][k]) - self.points[p[0]][k];
+            v[k] = double(self.points[p[2]][k]) - self.points[p[0]][k];
         }
         const double n[3] = {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
         const double length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
@@ -174,7 +176,8 @@ void Surface::computeTrianglesPerPoint() {
     };
     pointTriangleStart.resize(numPoints + 1);
     pointTriangleStart.fill(0);
-    for (Triangle const& t : triangles)
+    Surface const& self = *this;  // const reads: arrays shared with a copy stay shared
+    for (Triangle const& t : self.triangles)
         for (int i = 0; i < 3; ++i)
             if (isNewCorner(t, i)) ++pointTriangleStart[t.points[i] + 1];
     countsToStarts(pointTriangleStart);
@@ -182,7 +185,7 @@ void Surface::computeTrianglesPerPoint() {
     McDArray<int> fill = pointTriangleStart;
     for (int t = 0; t < getNumTriangles(); ++t)
         for (int i = 0; i < 3; ++i)
-            if (isNewCorner(triangles[t], i)) pointTriangles[fill[triangles[t].points[i]]++] = t;
+            if (isNewCorner(self.triangles[t], i)) pointTriangles[fill[self.triangles[t].points[i]]++] = t;
 }
 
 void Surface::buildAllTables() {
@@ -199,9 +202,9 @@ int Surface::removeObsoleteTriangles() {
         return p[0] == p[1] || p[1] == p[2] || p[2] == p[0] ||
                std::any_of(p, p + 3, [numPoints](int i) { return i < 0 || i >= numPoints; });
     };
+    if (std::none_of(std::as_const(triangles).begin(), std::as_const(triangles).end(), isObsolete)) return 0;
     Triangle* kept = std::remove_if(triangles.begin(), triangles.end(), isObsolete);
     const int removed = static_cast<int>(triangles.end() - kept);
-    if (removed == 0) return 0;
     triangles.resize(kept - triangles.begin());
     for (Triangle& t : triangles) std::fill(t.edges, t.edges + 3, -1);
     for (McDArray<int>* table : {&edgeTriangleStart, &edgeTriangles, &neighbours, &pointTriangleStart, &pointTriangles})

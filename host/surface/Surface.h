@@ -53,7 +53,8 @@ class Surface {
     McDArray<int> pointTriangles;
 
     // === Operations
-    // Makes this a copy of `other` (primary and derived data).
+    // Makes this a copy of `other` (primary and derived data). The copy shares the arrays
+    // until either surface writes to them, so code that only reads goes through const access.
     void copyData(Surface const& other);
     // Builds `edges`, the triangles' edge indices and the triangles of each edge.
     // With `rebuild` 0, tables that are already up to date are kept.

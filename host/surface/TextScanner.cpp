@@ -1,9 +1,10 @@
 #include "TextScanner.h"
 
 #include <charconv>
+#include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -86,4 +87,18 @@ bool TextScanner::looksInteger(std::string_view word) {
     for (char c : word)
         if (c < '0' || c > '9') return false;
     return true;
+}
+
+std::string TextScanner::shown(std::string_view word) {
+    std::string text;
+    for (unsigned char c : word.substr(0, 40)) {
+        if (c >= 0x20 && c < 0x7f) {
+            text += char(c);
+        } else {
+            char escaped[5];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", c);
+            text += escaped;
+        }
+    }
+    return text;
 }

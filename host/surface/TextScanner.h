@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 class TextScanner {
@@ -32,6 +33,9 @@ class TextScanner {
     static bool toInteger(std::string_view word, int64_t& value);
     // Digits with an optional sign: a whole number, even one too long for toInteger.
     static bool looksInteger(std::string_view word);
+    // A word of the file as an error message shows it: at most 40 bytes, and bytes that are
+    // no printable ASCII as \xNN, so that a binary file's bytes do not garble the terminal.
+    static std::string shown(std::string_view word);
 
   private:
     void skipBlanks();

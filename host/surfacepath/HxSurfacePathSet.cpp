@@ -16,6 +16,7 @@
 
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 MC_TYPED_IMPL_CREATABLE(HxSurfacePathSet, HxData)
 
@@ -77,7 +78,7 @@ void HxSurfacePathSet::followSurface() {
     int badNode = -1;
     McString problem;
     if (!nodesFit(target, badNode, problem)) {
-        HxSurface* previous = surfaceObjectOf(current);
+        HxSurface* previous = HxSurface::findHolder(current);
         HxMessage::getTheMsg()->printf("%s: its paths do not fit surface %s (node %d: %s); it stays on %s", getLabel(),
                                        source->getLabel(), badNode, problem.c_str(),
                                        previous ? previous->getLabel() : "the copy of its former surface");
@@ -109,14 +110,6 @@ void HxSurfacePathSet::keepOnCopyOfSurface() {
     HxMessage::getTheMsg()->printf(
         "%s: its surface is gone; its paths are kept on a copy of it (connect a surface to move them there)",
         getLabel());
-}
-
-HxSurface* HxSurfacePathSet::surfaceObjectOf(Surface const* surfaceData) {
-    for (HxObject* object : HxObjectPool::getTheObjectPool().getObjectsOfType(HxSurface::getClassTypeId())) {
-        auto* candidate = static_cast<HxSurface*>(object);
-        if (candidate->getSurface() == surfaceData) return candidate;
-    }
-    return nullptr;
 }
 
 PathConnector* HxSurfacePathSet::getConnector(char const* name, McString& error) {
@@ -284,7 +277,7 @@ int HxSurfacePathSet::parseQuery(Tcl_Interp* interp, int argc, char** argv, bool
             Tcl_SetObjResult(interp, Tcl_NewDoubleObj(pathSet.getPathLength(index)));
         } else {
             Tcl_Obj* list = Tcl_NewListObj(0, nullptr);
-            for (int node : pathSet.paths[index].nodeIndices) Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(node));
+            for (int node : std::as_const(pathSet.paths)[index].nodeIndices) Tcl_ListObjAppendElement(interp, list, Tcl_NewIntObj(node));
             Tcl_SetObjResult(interp, list);
         }
         return TCL_OK;

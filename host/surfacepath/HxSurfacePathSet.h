@@ -61,8 +61,6 @@ class HxSurfacePathSet : public HxData {
     bool nodesFit(Surface* target, int& badNode, McString& problem) const;
     // Moves the nodes onto a private copy of their surface, which is about to go.
     void keepOnCopyOfSurface();
-    // The surface object that holds `surfaceData`, or null.
-    static HxSurface* surfaceObjectOf(Surface const* surfaceData);
     // A connector of the given name for this set, made on first use and kept.
     PathConnector* getConnector(char const* name, McString& error);
     void changed();

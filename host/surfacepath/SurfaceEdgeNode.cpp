@@ -7,14 +7,14 @@
 MC_TYPED_IMPL(SurfaceEdgeNode, SurfaceNode)
 
 McVec3f SurfaceEdgeNode::getPosition() const {
-    Surface::Edge const& edge = mSurface->edges[mEdge];
-    return mSurface->points[edge.points[0]] * (1 - mT) + mSurface->points[edge.points[1]] * mT;
+    Surface::Edge const& edge = surface().edges[mEdge];
+    return surface().points[edge.points[0]] * (1 - mT) + surface().points[edge.points[1]] * mT;
 }
 
 McVec3f SurfaceEdgeNode::getNormal() const {
     McVec3f sum;
     for (int i = 0; i < mSurface->getNumTrianglesOfEdge(mEdge); ++i)
-        sum += mSurface->normals[mSurface->getTrianglesOfEdge(mEdge)[i]];
+        sum += surface().normals[mSurface->getTrianglesOfEdge(mEdge)[i]];
     return sum.normalized();
 }
 
@@ -29,8 +29,8 @@ void SurfaceEdgeNode::getEdges(McDArray<int>& edges) const {
 }
 
 bool SurfaceEdgeNode::getBarycentric(int triangle, float bary[3]) const {
-    Surface::Edge const& edge = mSurface->edges[mEdge];
-    Surface::Triangle const& t = mSurface->triangles[triangle];
+    Surface::Edge const& edge = surface().edges[mEdge];
+    Surface::Triangle const& t = surface().triangles[triangle];
     int found = 0;
     for (int i = 0; i < 3; ++i) {
         bary[i] = 0;

@@ -66,6 +66,9 @@ class SurfaceNode : public McTypedObject, public McHandable {
     virtual void getEdges(McDArray<int>& edges) const = 0;
     // Common start of every validate(): a node needs a surface with built edges.
     bool validateSurface(McString& problem) const;
+    // Reads of the surface's tables go through here: const access keeps a surface that shares
+    // its tables with a copy from copying them.
+    Surface const& surface() const { return *mSurface; }
 
     Surface* mSurface;
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 void SurfaceNodeFactory::setSurface(Surface* surface) {
     if (surface == mSurface) return;
@@ -54,18 +55,18 @@ SurfaceNode* SurfaceNodeFactory::createNode(char const* kindName, int triangle, 
 }
 
 SurfaceNode* SurfaceNodeFactory::createSideNode(Surface* surface, int triangle, int side, float s) {
-    Surface::Triangle const& t = surface->triangles[triangle];
+    Surface::Triangle const& t = std::as_const(*surface).triangles[triangle];
     const int edge = t.edges[side];
     if (edge < 0) return nullptr;
-    const bool forward = surface->edges[edge].points[0] == t.points[side];
+    const bool forward = std::as_const(*surface).edges[edge].points[0] == t.points[side];
     return keepValid(new SurfaceEdgeNode(surface, edge, forward ? s : 1 - s));
 }
 
 SurfaceNode* SurfaceNodeFactory::createNode(int kind, int triangle, McVec3f const& point) const {
     if (!mSurface || triangle < 0 || triangle >= mSurface->getNumTriangles()) return nullptr;
-    Surface::Triangle const& t = mSurface->triangles[triangle];
+    Surface::Triangle const& t = std::as_const(*mSurface).triangles[triangle];
     McVec3f corner[3];
-    for (int i = 0; i < 3; ++i) corner[i] = mSurface->points[t.points[i]];
+    for (int i = 0; i < 3; ++i) corner[i] = std::as_const(*mSurface).points[t.points[i]];
     if (kind == SurfaceNode::VERTEX) {
         int nearest = 0;
         for (int i = 1; i < 3; ++i)
@@ -111,7 +112,7 @@ SurfaceNode* SurfaceNodeFactory::snapBarycentric(SurfaceNode* node) const {
     if (node->getKind() == SurfaceNode::EDGE) {
         float t, unused;
         node->getParameters(t, unused);
-        Surface::Edge const& edge = surface->edges[node->getElement()];
+        Surface::Edge const& edge = std::as_const(*surface).edges[node->getElement()];
         if (t <= tolerance) return withFlagOf(node, new SurfaceVertexNode(surface, edge.points[0]));
         if (1 - t <= tolerance) return withFlagOf(node, new SurfaceVertexNode(surface, edge.points[1]));
         return node;
@@ -121,7 +122,7 @@ SurfaceNode* SurfaceNodeFactory::snapBarycentric(SurfaceNode* node) const {
     node->getBarycentric(triangle, w);
     const int largest = int(std::max_element(w, w + 3) - w);
     if (1 - w[largest] <= tolerance)
-        return withFlagOf(node, new SurfaceVertexNode(surface, surface->triangles[triangle].points[largest]));
+        return withFlagOf(node, new SurfaceVertexNode(surface, std::as_const(*surface).triangles[triangle].points[largest]));
     const int smallest = int(std::min_element(w, w + 3) - w);
     if (w[smallest] > tolerance) return node;
     // The side opposite the smallest weight runs from corner smallest + 1 to smallest + 2.
@@ -135,18 +136,18 @@ SurfaceNode* SurfaceNodeFactory::snapWorld(SurfaceNode* node) const {
     const McVec3f p = node->getPosition();
     const float tol2 = tolerance * tolerance;
     if (node->getKind() == SurfaceNode::EDGE) {
-        Surface::Edge const& edge = surface->edges[node->getElement()];
+        Surface::Edge const& edge = std::as_const(*surface).edges[node->getElement()];
         for (int end = 0; end < 2; ++end)
-            if ((surface->points[edge.points[end]] - p).length2() <= tol2)
+            if ((std::as_const(*surface).points[edge.points[end]] - p).length2() <= tol2)
                 return withFlagOf(node, new SurfaceVertexNode(surface, edge.points[end]));
         return node;
     }
     const int triangle = node->getElement();
-    Surface::Triangle const& t = surface->triangles[triangle];
+    Surface::Triangle const& t = std::as_const(*surface).triangles[triangle];
     int nearestCorner = -1, nearestSide = -1;
     float cornerDist2 = tol2, sideDist2 = tol2, sideS = 0;
     for (int i = 0; i < 3; ++i) {
-        McVec3f const &a = surface->points[t.points[i]], &b = surface->points[t.points[(i + 1) % 3]];
+        McVec3f const &a = std::as_const(*surface).points[t.points[i]], &b = std::as_const(*surface).points[t.points[(i + 1) % 3]];
         if ((a - p).length2() <= cornerDist2) {
             nearestCorner = i;
             cornerDist2 = (a - p).length2();

@@ -236,7 +236,7 @@ int SurfacePathSet::removeDuplicateNodes(float tolerance, int compact) {
     for (int i = 0; i < getNumNodes(); ++i) {
         if (representative[i] == i) continue;
         ++merged;
-        if (nodes[i]->isControlPoint) nodes[representative[i]]->isControlPoint = 1;
+        if (getNode(i)->isControlPoint) getNode(representative[i])->isControlPoint = 1;
     }
     redirectPathEntries(representative);
     nodeRemap.clear();

@@ -4,7 +4,9 @@
 // All paths share one table of nodes (`nodes`); a path is an ordered list of indices into it.
 // A path is closed when it has more than one entry and its first and last entries are equal.
 // The set owns its paths and, through counted handles, shares its nodes with whoever else
-// holds them (copies of the set, undo snapshots). It does not own its surface.
+// holds them (copies of the set, undo snapshots). Copies also share the arrays themselves
+// until one side writes (see McDArray), so read them through const access where nothing is
+// written. It does not own its surface.
 //
 // `paths` and `nodes` are written directly by the editing code, so the set keeps no derived
 // state about them: every query looks at them afresh.
@@ -40,8 +42,9 @@ class SurfacePathSet {
     void setSurface(Surface* surface) { nodeFactory.setSurface(surface); }
 
     // === Copies
-    // Makes this a copy of `other`: own path lists, shared node handles. A non-null surface
-    // replaces this set's surface and the nodes are then copied onto it instead of shared.
+    // Makes this a copy of `other` at the cost of one reference per array: the path lists and
+    // the node table are shared until either set writes to them. A non-null surface replaces
+    // this set's surface and the nodes are then copied onto it instead of shared.
     void copyData(SurfacePathSet const& other, Surface* surface);
     // Removes every path and node.
     void clear();

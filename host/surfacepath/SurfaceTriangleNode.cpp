@@ -5,12 +5,12 @@
 MC_TYPED_IMPL(SurfaceTriangleNode, SurfaceNode)
 
 McVec3f SurfaceTriangleNode::getPosition() const {
-    Surface::Triangle const& t = mSurface->triangles[mTriangle];
-    return mSurface->points[t.points[0]] * (1 - mU - mV) + mSurface->points[t.points[1]] * mU +
-           mSurface->points[t.points[2]] * mV;
+    Surface::Triangle const& t = surface().triangles[mTriangle];
+    return surface().points[t.points[0]] * (1 - mU - mV) + surface().points[t.points[1]] * mU +
+           surface().points[t.points[2]] * mV;
 }
 
-McVec3f SurfaceTriangleNode::getNormal() const { return mSurface->normals[mTriangle]; }
+McVec3f SurfaceTriangleNode::getNormal() const { return surface().normals[mTriangle]; }
 
 void SurfaceTriangleNode::getTriangles(McDArray<int>& triangles) const {
     triangles.clear();

@@ -4,20 +4,20 @@
 
 MC_TYPED_IMPL(SurfaceVertexNode, SurfaceNode)
 
-McVec3f SurfaceVertexNode::getPosition() const { return mSurface->points[mVertex]; }
+McVec3f SurfaceVertexNode::getPosition() const { return surface().points[mVertex]; }
 
 McVec3f SurfaceVertexNode::getNormal() const {
     McDArray<int> triangles;
     getTriangles(triangles);
     McVec3f sum;
-    for (int t : triangles) sum += mSurface->normals[t];
+    for (int t : triangles) sum += surface().normals[t];
     return sum.normalized();
 }
 
 void SurfaceVertexNode::getTriangles(McDArray<int>& triangles) const {
     triangles.clear();
-    for (int i = mSurface->pointTriangleStart[mVertex]; i < mSurface->pointTriangleStart[mVertex + 1]; ++i)
-        triangles.append(mSurface->pointTriangles[i]);
+    for (int i = surface().pointTriangleStart[mVertex]; i < surface().pointTriangleStart[mVertex + 1]; ++i)
+        triangles.append(surface().pointTriangles[i]);
 }
 
 void SurfaceVertexNode::getEdges(McDArray<int>& edges) const {
@@ -25,11 +25,11 @@ void SurfaceVertexNode::getEdges(McDArray<int>& edges) const {
     McDArray<int> triangles;
     getTriangles(triangles);
     for (int t : triangles) {
-        Surface::Triangle const& triangle = mSurface->triangles[t];
+        Surface::Triangle const& triangle = surface().triangles[t];
         for (int side = 0; side < 3; ++side) {
             const int e = triangle.edges[side];
             if (e < 0 || edges.findFirst(e) >= 0) continue;
-            Surface::Edge const& edge = mSurface->edges[e];
+            Surface::Edge const& edge = surface().edges[e];
             if (edge.points[0] == mVertex || edge.points[1] == mVertex) edges.append(e);
         }
     }
@@ -44,7 +44,7 @@ int SurfaceVertexNode::getSharedEdge(SurfaceNode const* other) const {
 }
 
 bool SurfaceVertexNode::getBarycentric(int triangle, float bary[3]) const {
-    Surface::Triangle const& t = mSurface->triangles[triangle];
+    Surface::Triangle const& t = surface().triangles[triangle];
     for (int i = 0; i < 3; ++i) bary[i] = t.points[i] == mVertex ? 1.f : 0.f;
     return t.points[0] == mVertex || t.points[1] == mVertex || t.points[2] == mVertex;
 }

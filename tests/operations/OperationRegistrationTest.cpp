@@ -12,8 +12,10 @@
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
 #include "PathEditPatchify.h"
+#include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +35,8 @@ TEST(OperationRegistration, EveryOperationIsRegisteredUnderItsNameBelowSinglePat
         PathEditSelection::getClassTypeId(),  PathEditMergePaths::getClassTypeId(),
         PathEditFixIntersections::getClassTypeId(), PathEditEntangle::getClassTypeId(),
         PathEditUntangle::getClassTypeId(),   PathEditImportContours::getClassTypeId(),
-        PathEditPatchify::getClassTypeId(),
+        PathEditPatchify::getClassTypeId(),   PathEditSnapNodes::getClassTypeId(),
+        PathEditRetriangulate::getClassTypeId(),
     };
     for (McTypeInfo const* type : types) {
         EXPECT_EQ(McTypeInfo::fromName(type->getName()), type);

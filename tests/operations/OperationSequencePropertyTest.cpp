@@ -4,7 +4,7 @@
 // stay consistent. Control-point flags are left out: they live on the nodes, which snapshots
 // share, so an operation that flags an existing node (opening a path with new end control
 // points) keeps that flag through undo by design. The surface's patches are part of the state
-// too, since patchifying changes them.
+// too, since patchifying changes them, and retriangulating changes their number.
 
 #include "DijkstraConnector.h"
 #include "OperationTestSupport.h"
@@ -22,8 +22,10 @@
 #include "PathEditMoveCP.h"
 #include "PathEditOpenPath.h"
 #include "PathEditPatchify.h"
+#include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 #include "PathEditUndoBuffer.h"
 #include "SurfaceIO.h"
@@ -57,10 +59,14 @@ SessionState live(EditedPathSet const& edited) {
 
 constexpr int kDefaultSequences = 2000;
 constexpr int kStepsPerSequence = 20;
+// Long histories: snapshots share arrays with the live set and with one another, so a write
+// that reached a shared block would surface only when an old state is restored much later.
+constexpr int kDefaultLongSequences = 10;
+constexpr int kStepsPerLongSequence = 400;
 
-int sequenceCount() {
-    char const* env = std::getenv("SURFPATH_PROPERTY_SEQUENCES");
-    return env ? std::atoi(env) : kDefaultSequences;
+int countFromEnv(char const* name, int fallback) {
+    char const* env = std::getenv(name);
+    return env ? std::atoi(env) : fallback;
 }
 
 Surface const& elephant() {
@@ -79,7 +85,7 @@ class RandomSession {
   public:
     RandomSession(unsigned seed)
         : mEdited(elephant()), mRng(seed) {
-        mConnector.init(&mEdited.pathSet, nullptr);
+        followSurface();
         mStates.push_back(live(mEdited));
     }
 
@@ -94,10 +100,17 @@ class RandomSession {
             else
                 apply();
             check(before);
+            followSurface();
         }
     }
 
   private:
+    // The connector keeps its own graph of the surface; a retriangulation, or its undo, changes it.
+    void followSurface() {
+        if (mEdited.surface.getNumTriangles() == mConnectorTriangles) return;
+        mConnector.init(&mEdited.pathSet, nullptr);
+        mConnectorTriangles = mEdited.surface.getNumTriangles();
+    }
     int pick(int n) { return n <= 0 ? 0 : std::uniform_int_distribution<int>(0, n - 1)(mRng); }
     SurfacePathSet& set() { return mEdited.pathSet; }
     int numPaths() { return set().getNumPaths(); }
@@ -134,7 +147,7 @@ class RandomSession {
         SelectionInfo* sel = &mEdited.selection;
         if (numPaths() == 0) return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
         const int p = pick(numPaths());
-        switch (pick(17)) {
+        switch (pick(19)) {
             case 0: return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
             case 1:
             case 2: return new PathEditAddCP(ps, p, newControlPoint(nearbyVertex(lastVertexOf(p))), &mConnector);
@@ -172,6 +185,14 @@ class RandomSession {
             case 16:
                 if (pick(2)) return new PathEditImportContours(ps, sel, &mEdited.surface);
                 return new PathEditPatchify(ps);
+            case 17: {
+                auto* snap = new PathEditSnapNodes(ps);
+                snap->mode = 1 + pick(2);
+                snap->tolerance = snap->mode == SurfaceNodeFactory::WORLD ? 0.01f : 0.2f;
+                snap->paths = somePaths();
+                return snap;
+            }
+            case 18: return new PathEditRetriangulate(ps, pick(2) ? "Constrained Delaunay" : "Quality Delaunay", 0.001f, false);
             default: return new PathEditMergePaths(ps, sel, somePaths());
         }
     }
@@ -245,23 +266,33 @@ class RandomSession {
     EditedPathSet mEdited;
     std::mt19937 mRng;
     DijkstraConnector mConnector;
+    int mConnectorTriangles = 0;
     PathEditUndoBuffer mBuffer;
     std::vector<SessionState> mStates;
     std::string mLastStep;  // state after history entry i is mStates[i + 1]
 };
 
-TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOnARealMesh) {
-    // SURFPATH_PROPERTY_SEED=N replays the one sequence of a reported seed;
-    // SURFPATH_PROPERTY_TRACE=1 names each seed before it runs (for crashes and hangs).
+// SURFPATH_PROPERTY_SEED=N replays the one sequence of a reported seed;
+// SURFPATH_PROPERTY_TRACE=1 names each seed before it runs (for crashes and hangs).
+void runSequences(int count, int steps) {
     const bool trace = std::getenv("SURFPATH_PROPERTY_TRACE") != nullptr;
     char const* only = std::getenv("SURFPATH_PROPERTY_SEED");
     const int first = only ? std::atoi(only) : 1;
-    const int last = only ? first : sequenceCount();
-    for (int seed = first; seed <= last && !HasFailure(); ++seed) {
+    const int last = only ? first : count;
+    for (int seed = first; seed <= last && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(testing::Message() << "sequence seed " << seed);
         if (trace) std::fprintf(stderr, "sequence seed %d\n", seed);
-        RandomSession(static_cast<unsigned>(seed)).run(kStepsPerSequence);
+        RandomSession(static_cast<unsigned>(seed)).run(steps);
     }
+}
+
+TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOnARealMesh) {
+    runSequences(countFromEnv("SURFPATH_PROPERTY_SEQUENCES", kDefaultSequences), kStepsPerSequence);
+}
+
+TEST(OperationSequenceProperty, UndoRestoresEveryPreviousStateOfALongHistory) {
+    runSequences(countFromEnv("SURFPATH_PROPERTY_LONG_SEQUENCES", kDefaultLongSequences),
+                 countFromEnv("SURFPATH_PROPERTY_LONG_STEPS", kStepsPerLongSequence));
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ bool DijkstraConnector::ensureGraph(Surface* surface) {
     return true;
 }
 
-void DijkstraConnector::buildGraph(Surface* surface) {
+void DijkstraConnector::buildGraph(Surface const* surface) {
     const int numPoints = surface->getNumPoints();
     mOffsets.assign(size_t(numPoints) + 1, 0);
     for (Surface::Edge const& edge : surface->edges) {

@@ -44,7 +44,7 @@ class DijkstraConnector : public PathConnector {
     using QueueEntry = std::pair<double, int>;  // estimated total length, vertex
 
     bool ensureGraph(Surface* surface);
-    void buildGraph(Surface* surface);
+    void buildGraph(Surface const* surface);
     double heuristic(int vertex, int target) const;
     // Reaches `vertex` with path length `length` from `parent` if that is shorter.
     void relax(int vertex, int parent, double length, int target);

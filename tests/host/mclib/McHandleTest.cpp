@@ -49,7 +49,9 @@ TEST(McHandle, HandlesInAnArraySurviveGrowthAndRemoval) {
     table.remove(0, 10);  // five shared, five own
     EXPECT_EQ(keep->refCount(), 46);
     EXPECT_EQ(Counted::destroyed, 5);
-    McDArray<McHandle<Counted>> copy = table;  // copies share the nodes
+    McDArray<McHandle<Counted>> copy = table;  // shares the block: no new references yet
+    EXPECT_EQ(keep->refCount(), 46);
+    copy.reverse();  // a block of its own holds the nodes again
     EXPECT_EQ(keep->refCount(), 91);
     table.clear();
     copy.clear();

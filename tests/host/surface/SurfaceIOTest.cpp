@@ -296,6 +296,8 @@ TEST_P(BrokenSurfaceFile, IsRefusedWithItsReasonAndAddsNothing) {
     EXPECT_EQ(interp.lastCode(), TCL_ERROR);
     EXPECT_EQ(message.find("cannot load \"" + file + "\": "), 0u) << message;
     EXPECT_NE(message.find(broken.reason), std::string::npos) << message;
+    EXPECT_TRUE(std::all_of(message.begin(), message.end(), [](unsigned char c) { return c >= 0x20 && c < 0x7f; }))
+        << "the file's own bytes are shown escaped: " << message;
     EXPECT_EQ(pool.getObjects().size(), objectsBefore);
 
     if (SurfaceIO::isSupported(file.c_str()) && fs::exists(file)) {
@@ -310,6 +312,8 @@ INSTANTIATE_TEST_SUITE_P(
     SurfaceIO, BrokenSurfaceFile,
     testing::Values(
         BrokenFile{"garbage.off", "this is not a mesh\n", "the file does not start with an OFF header"},
+        BrokenFile{"binaryword.ply", "ply\nformat ascii 1.0\ncomm\x94nt\xff\nend_header\n",
+                   "line 3: \"comm\\x94nt\\xff\" is not a header keyword"},
         BrokenFile{"empty.stl", "", "the file is empty"},
         BrokenFile{"index.off", "OFF\n3 1 0\n0 0 0\n1 0 0\n0 1 0\n3 0 1 7\n", "line 6: face 0 uses point index 7, but the file has only 3 points (indices count from 0)"},
         BrokenFile{"index.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 4\n",

@@ -187,6 +187,9 @@ TEST(Surface, CopiesAreIndependentDownToNestedParameters) {
     EXPECT_EQ(copy.points, original.points);
     EXPECT_EQ(copy.parameters, original.parameters);
     expectConsistentTables(copy);
+    copy.buildAllTables();
+    EXPECT_TRUE(copy.points.isSharedWith(original.points) && copy.triangles.isSharedWith(original.triangles))
+        << "a copy shares the arrays, and rebuilding the derived tables only reads the primary ones";
     copy.points[0] = McVec3f(5, 5, 5);
     copy.parameters.getBundle("Materials")->set("Inside", "air");
     EXPECT_EQ(original.points[0], McVec3f(0, 0, 0));
