@@ -1,6 +1,7 @@
 #include "PathEditSmooth.h"
 
 #include "HxMessage.h"
+#include "PathEditSnapNodes.h"
 
 #include <cmath>
 
@@ -23,7 +24,8 @@ bool PathEditSmooth::exec() {
             smoothPath(p);
             smoothPathSet->removeInteriorNodes(p, 1);
         }
-        snapToEdges();
+        // Unrecorded: the smoothing step as a whole is what undo restores.
+        PathEditSnapNodes(smoothPathSet).exec();
         smoothPathSet->removeDuplicateNodes(1e-06f, 1);
         if (!smoothPathSet->isConsistent(true, nullptr)) {
             HxMessage::getTheMsg()->printf("PathSmooth failed");
@@ -31,21 +33,6 @@ bool PathEditSmooth::exec() {
         }
     }
     return true;
-}
-
-void PathEditSmooth::snapToEdges() {
-    SurfaceNodeFactory& factory = smoothPathSet->nodeFactory;
-    if (!smoothPathSet->getSurface()) return;
-    factory.backupMode = factory.mode;
-    factory.backupTolerance = factory.tolerance;
-    factory.mode = SurfaceNodeFactory::BARYCENTRIC;
-    factory.tolerance = 0.01f;
-    for (int64_t i = 0; i < smoothPathSet->nodes.size(); ++i) {
-        SurfaceNode* converted = factory.convertNode(smoothPathSet->nodes[i]);
-        if (converted != smoothPathSet->nodes[i]) smoothPathSet->nodes[i] = converted;
-    }
-    factory.mode = factory.backupMode;
-    factory.tolerance = factory.backupTolerance;
 }
 
 void PathEditSmooth::smoothPath(int p) {

@@ -30,8 +30,4 @@ class PathEditSmooth : public SinglePathOperation {
     McDArray<int> pathList;
     TriangleStripConnector stripConnector;
     StraightestGeodesic geodesic;
-
-  private:
-    // Nodes within 0.01 (barycentric) of an edge or vertex become nodes of that simpler kind.
-    void snapToEdges();
 };
