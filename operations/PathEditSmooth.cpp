@@ -41,10 +41,9 @@ void PathEditSmooth::smoothPath(int p) {
     McDArray<int> old;
     smoothPathSet->getPath(p, old);
     McDArray<McHandle<SurfaceNode>> moved(n);
-    if (n >= 1) {
-        moved[0] = smoothPathSet->nodes[old[0]];
-        moved[n - 1] = smoothPathSet->nodes[old[n - 1]];
-    }
+    // Read through the const accessor: the node table is still shared with the undo snapshot.
+    moved[0] = smoothPathSet->getNode(old[0]);
+    moved[n - 1] = smoothPathSet->getNode(old[n - 1]);
     for (int i = 1; i + 1 < n; ++i) {
         SurfaceNode* cur = smoothPathSet->getSurfaceNode(p, i);
         const McVec3f P = smoothPathSet->getSurfaceNode(p, i - 1)->getPosition(), X = cur->getPosition(),

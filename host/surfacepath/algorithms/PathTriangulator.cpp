@@ -293,6 +293,9 @@ bool Plan::split(int triangle, SplitTriangle const& work, bool refine) {
     }
     if (refine) {
         Mesher mesher(cdt, Mesher::Criteria(kQualityBound));
+        // The mesher's constructor leaves its seed mark unset, and init() reads it; clearing
+        // the seeds sets it (no seeds: the whole triangle is the domain either way).
+        mesher.clear_seeds();
         mesher.init();
         int added = 0;
         // Each step takes one bad triangle off the queue, so the steps are bounded as well.
