@@ -115,24 +115,11 @@ bool GeodesicConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
 }
 
 int GeodesicConnector::parse(Tcl_Interp* interp, int argc, char** argv) {
-    if (argc == 3 && !strcmp(argv[2], "getBandWidth")) {
-        Tcl_SetObjResult(interp, Tcl_NewIntObj(mBandWidth));
-        return TCL_OK;
-    }
     if (argc == 3 && !strcmp(argv[2], "getNumBandTriangles")) {
         Tcl_SetObjResult(interp, Tcl_NewWideIntObj(mNumBandTriangles));
         return TCL_OK;
     }
-    if (argc >= 3 && !strcmp(argv[2], "setBandWidth")) {
-        int rings = 0;
-        if (argc != 4 || Tcl_GetInt(nullptr, argv[3], &rings) != TCL_OK || rings < 1) {
-            Tcl_VaSetResult(interp, "connector setBandWidth RINGS: RINGS must be a whole number of triangle rings, at least 1%s%s",
-                            argc == 4 ? ", not " : "", argc == 4 ? argv[3] : "");
-            return TCL_ERROR;
-        }
-        setBandWidth(rings);
-        Tcl_ResetResult(interp);
-        return TCL_OK;
-    }
+    const int code = parseCountOption(interp, argc, argv, "BandWidth", "RINGS", "triangle rings", mBandWidth);
+    if (code >= 0) return code;
     return PathConnector::parse(interp, argc, argv);
 }

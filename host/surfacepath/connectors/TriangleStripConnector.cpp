@@ -333,20 +333,7 @@ bool TriangleStripConnector::computeConnection(SurfaceNode* from, SurfaceNode* t
 }
 
 int TriangleStripConnector::parse(Tcl_Interp* interp, int argc, char** argv) {
-    if (argc == 3 && !strcmp(argv[2], "getSearchLimit")) {
-        Tcl_SetObjResult(interp, Tcl_NewIntObj(mSearchLimit));
-        return TCL_OK;
-    }
-    if (argc >= 3 && !strcmp(argv[2], "setSearchLimit")) {
-        int triangles = 0;
-        if (argc != 4 || Tcl_GetInt(nullptr, argv[3], &triangles) != TCL_OK || triangles < 1) {
-            Tcl_VaSetResult(interp, "connector setSearchLimit TRIANGLES: TRIANGLES must be a whole number of triangles, at least 1%s%s",
-                            argc == 4 ? ", not " : "", argc == 4 ? argv[3] : "");
-            return TCL_ERROR;
-        }
-        setSearchLimit(triangles);
-        Tcl_ResetResult(interp);
-        return TCL_OK;
-    }
+    const int code = parseCountOption(interp, argc, argv, "SearchLimit", "TRIANGLES", "triangles", mSearchLimit);
+    if (code >= 0) return code;
     return PathConnector::parse(interp, argc, argv);
 }
