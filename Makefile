@@ -71,6 +71,7 @@ bench: build
 	$(BUILD)/bin/viewer_bench
 	$(BUILD)/bin/editor_bench
 	$(BUILD)/bin/crossing_bench
+	$(BUILD)/bin/geodesic_bench
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

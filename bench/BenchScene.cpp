@@ -6,8 +6,7 @@
 #include "HxSurface.h"
 #include "HxSurfacePathSet.h"
 #include "HxViewer.h"
-#include "MeshSubdivision.h"
-#include "SurfaceIO.h"
+#include "BenchMeshes.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -23,12 +22,7 @@ HxSurface* loadDragon(char const* label) {
     HxSurface::registerFileFormats();
     HxSurfacePathSet::registerFileFormats();
     auto* surface = new HxSurface;
-    McString error, warnings;
-    if (!SurfaceIO::read(SURFPATH_MESH_DIR "/ChineseDragon-10kv.off", surface->surface, error, warnings)) {
-        std::fprintf(stderr, "cannot read the benchmark mesh: %s\n", error.c_str());
-        std::exit(1);
-    }
-    MeshSubdivision::subdivide(surface->surface, 3);
+    BenchMeshes::readDragon(surface->surface);
     surface->HxBase::setLabel(label);
     HxObjectPool::getTheObjectPool().addObject(surface);
     return surface;

@@ -12,12 +12,11 @@
 // Summary lines at the end state whether a short segment costs under 5% of a full pass and
 // whether retriangulating along 10k nodes takes under 1 s.
 
+#include "BenchMeshes.h"
 #include "DijkstraConnector.h"
-#include "MeshSubdivision.h"
 #include "PathTriangulator.h"
 #include "PathTriangulatorFactory.h"
 #include "Surface.h"
-#include "SurfaceIO.h"
 #include "SurfacePathSet.h"
 #include "SurfaceVertexNode.h"
 #include "WriteEveryArray.h"
@@ -66,12 +65,7 @@ double runFullPass(Csr const& graph, int source) {
 Mesh& mesh() {
     static Mesh* m = [] {
         auto* result = new Mesh;
-        McString error, warnings;
-        if (!SurfaceIO::read(SURFPATH_MESH_DIR "/ChineseDragon-10kv.off", result->surface, error, warnings)) {
-            std::fprintf(stderr, "cannot read the benchmark mesh: %s\n", error.c_str());
-            std::exit(1);
-        }
-        MeshSubdivision::subdivide(result->surface, 3);
+        BenchMeshes::readDragon(result->surface);
         Surface const& s = result->surface;
         std::vector<std::pair<size_t, size_t>> arcs;
         std::vector<double> weights;
@@ -93,40 +87,8 @@ Mesh& mesh() {
     return *m;
 }
 
-// Vertex pairs `hops` edges apart along a random walk that never steps back to a visited vertex.
-std::vector<std::pair<int, int>> walkPairs(int hops, int count) {
-    Surface const& s = mesh().surface;
-    std::vector<std::vector<int>> neighbours(size_t(s.getNumPoints()));
-    for (Surface::Edge const& e : s.edges) {
-        neighbours[size_t(e.points[0])].push_back(e.points[1]);
-        neighbours[size_t(e.points[1])].push_back(e.points[0]);
-    }
-    std::mt19937 random(17);
-    std::vector<std::pair<int, int>> pairs;
-    while (int(pairs.size()) < count) {
-        const int start = int(random() % unsigned(s.getNumPoints()));
-        int v = start;
-        for (int h = 0; h < hops && !neighbours[size_t(v)].empty(); ++h)
-            v = neighbours[size_t(v)][random() % neighbours[size_t(v)].size()];
-        if (v != start) pairs.emplace_back(start, v);
-    }
-    return pairs;
-}
-
-// Pairs of vertices on opposite ends of the mesh's longest extent.
-std::vector<std::pair<int, int>> farPairs(int count) {
-    Surface const& s = mesh().surface;
-    McVec3f min, max;
-    s.getBoundingBox(min, max);
-    const McVec3f extent = max - min;
-    const int axis = extent.x >= extent.y && extent.x >= extent.z ? 0 : (extent.y >= extent.z ? 1 : 2);
-    std::vector<int> order(size_t(s.getNumPoints()));
-    for (size_t i = 0; i < order.size(); ++i) order[i] = int(i);
-    std::sort(order.begin(), order.end(), [&](int a, int b) { return s.points[a][axis] < s.points[b][axis]; });
-    std::vector<std::pair<int, int>> pairs;
-    for (int i = 0; i < count; ++i) pairs.emplace_back(order[size_t(i) * 7], order[order.size() - 1 - size_t(i) * 7]);
-    return pairs;
-}
+std::vector<std::pair<int, int>> walkPairs(int hops, int count) { return BenchMeshes::walkPairs(mesh().surface, hops, count); }
+std::vector<std::pair<int, int>> farPairs(int count) { return BenchMeshes::farPairs(mesh().surface, count); }
 
 std::map<std::string, double> fractions;
 

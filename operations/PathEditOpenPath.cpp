@@ -1,5 +1,7 @@
 #include "PathEditOpenPath.h"
 
+#include "HxMessage.h"
+
 #include <algorithm>
 
 MC_TYPED_IMPL(PathEditOpenPath, SinglePathOperation)
@@ -12,7 +14,13 @@ PathEditOpenPath::PathEditOpenPath(SurfacePathSet* pathSet_, SelectionInfo* sele
       setControlPoints(setControlPoints_) {}
 
 bool PathEditOpenPath::updatePathset() {
-    if (nodePosition < 0) return false;
+    // Past the end there is no node to cut at: the cut would lengthen the path with entries
+    // that name no node, and the rotation of a loop would run past its end.
+    if (nodePosition < 0 || nodePosition >= pathSet->getNumNodesOnPath(pathIndex)) {
+        HxMessage::getTheMsg()->printf("Cannot open path %d at node %d: the path has %d nodes", pathIndex,
+                                       nodePosition, pathSet->getNumNodesOnPath(pathIndex));
+        return false;
+    }
     if (pathSet->isPathClosed(pathIndex))
         openClosedPath();
     else

@@ -7,8 +7,8 @@
 class PathEditOpenPath : public SinglePathOperation {
     MC_TYPED_HEADER(PathEditOpenPath)
   public:
-    // The caller passes a valid path and 0 <= nodePosition < its node count; only a negative
-    // position is refused.
+    // A position that names no node of the path (negative, or past its end, as on an empty
+    // path) is refused.
     PathEditOpenPath(SurfacePathSet* pathSet, SelectionInfo* selection, int pathIndex, int nodePosition,
                      bool setControlPoints);
 

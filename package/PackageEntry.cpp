@@ -19,6 +19,7 @@
 #include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSmooth.h"
 #include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 #include "PathOperation.h"
@@ -46,7 +47,7 @@ void registerClasses() {
     PathOperation::initClass();
     PathEditUntangle::initClass();
     PathEditSnapNodes::initClass();
-    // PathEditSmooth::initClass();
+    PathEditSmooth::initClass();
     PathEditSelection::initClass();
     PathEditReversePath::initClass();
     PathEditRetriangulate::initClass();

@@ -1,5 +1,7 @@
 #include "SurfaceGeometry.h"
 
+#include "Surface.h"
+
 #include <algorithm>
 
 namespace SurfaceGeometry {
@@ -47,6 +49,23 @@ void closestTriangleBarycentric(McVec3f const& a, McVec3f const& b, McVec3f cons
     if (denom <= 0) return set(1, 0, 0);  // degenerate triangle
     const float v = vb / denom, w = vc / denom;
     set(1 - v - w, v, w);
+}
+
+void barycentricDirection(Surface const& s, int t, McVec3f const& d, double change[3]) {
+    Surface::Triangle const& tri = s.triangles[t];
+    const McVec3f e1 = s.points[tri.points[1]] - s.points[tri.points[0]], e2 = s.points[tri.points[2]] - s.points[tri.points[0]];
+    const double a = e1.dot(e1), b = e1.dot(e2), c = e2.dot(e2), r1 = e1.dot(d), r2 = e2.dot(d);
+    const double det = a * c - b * b;
+    change[1] = det != 0 ? (r1 * c - r2 * b) / det : 0;
+    change[2] = det != 0 ? (a * r2 - b * r1) / det : 0;
+    change[0] = -change[1] - change[2];
+}
+
+int triangleAcross(Surface const& s, int t, int side) {
+    const int e = s.triangles[t].edges[side];
+    if (e < 0 || s.getNumTrianglesOfEdge(e) != 2) return -1;
+    int const* pair = s.getTrianglesOfEdge(e);
+    return pair[0] == t ? pair[1] : pair[0];
 }
 
 }  // namespace SurfaceGeometry

@@ -25,6 +25,7 @@
 #include "PathEditRetriangulate.h"
 #include "PathEditReversePath.h"
 #include "PathEditSelection.h"
+#include "PathEditSmooth.h"
 #include "PathEditSnapNodes.h"
 #include "PathEditUntangle.h"
 #include "PathEditUndoBuffer.h"
@@ -147,7 +148,7 @@ class RandomSession {
         SelectionInfo* sel = &mEdited.selection;
         if (numPaths() == 0) return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
         const int p = pick(numPaths());
-        switch (pick(19)) {
+        switch (pick(20)) {
             case 0: return new PathEditAddPath(ps, sel, newControlPoint(randomVertex()));
             case 1:
             case 2: return new PathEditAddCP(ps, p, newControlPoint(nearbyVertex(lastVertexOf(p))), &mConnector);
@@ -193,6 +194,12 @@ class RandomSession {
                 return snap;
             }
             case 18: return new PathEditRetriangulate(ps, pick(2) ? "Constrained Delaunay" : "Quality Delaunay", 0.001f, false);
+            case 19: {
+                auto* smooth = new PathEditSmooth(ps);
+                smooth->pathList = somePaths();
+                smooth->iterations = 1 + pick(2);
+                return smooth;
+            }
             default: return new PathEditMergePaths(ps, sel, somePaths());
         }
     }

@@ -75,10 +75,16 @@ TEST_F(PathStructureTest, CuttingAnOpenPathAppendsItsTailAsTheActivePath) {
     EXPECT_EQ(controlPointVerticesOf(set.pathSet, 3), (Vertices{4, 6}));
 }
 
-TEST_F(PathStructureTest, ANegativePositionFails) {
+TEST_F(PathStructureTest, APositionThatNamesNoNodeFails) {
     set.addVertexPath({0, 2, 3, 1, 0});
+    set.addVertexPath({0, 2, 3});
     set.select(0, 0);
     EXPECT_TRUE(failsWithoutChange(set, open(0, -1, true)));
+    EXPECT_TRUE(failsWithoutChange(set, open(0, 5, true))) << "past the end of a loop";
+    EXPECT_TRUE(failsWithoutChange(set, open(1, 3, true))) << "past the end of an open path";
+    // Pins a cut of an emptied path that made up an entry naming node 0 of an empty table.
+    set.pathSet.paths[1].nodeIndices.clear();
+    EXPECT_TRUE(failsWithoutChange(set, open(1, 0, false))) << "an empty path";
 }
 
 // === Reverse

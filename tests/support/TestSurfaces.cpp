@@ -49,6 +49,30 @@ Surface makeStrip(int n) {
     return finished(s);
 }
 
+Surface makeGrid(int n) {
+    Surface s;
+    for (int j = 0; j <= n; ++j)
+        for (int i = 0; i <= n; ++i) s.points.append(McVec3f(float(i), float(j), 0));
+    for (int j = 0; j < n; ++j)
+        for (int i = 0; i < n; ++i) addSide(s, j * (n + 1) + i, j * (n + 1) + i + 1, (j + 1) * (n + 1) + i + 1, (j + 1) * (n + 1) + i);
+    return finished(s);
+}
+
+Surface makeCylinder(int around, int along) {
+    Surface s;
+    for (int k = 0; k <= along; ++k)
+        for (int i = 0; i < around; ++i) {
+            const double angle = 2 * M_PI * i / around;
+            s.points.append(McVec3f(float(std::cos(angle)), float(std::sin(angle)), float(k)));
+        }
+    for (int k = 0; k < along; ++k)
+        for (int i = 0; i < around; ++i) {
+            const int next = (i + 1) % around;
+            addSide(s, k * around + i, k * around + next, (k + 1) * around + next, (k + 1) * around + i);
+        }
+    return finished(s);
+}
+
 Surface makeCube() {
     Surface s;
     for (int i = 0; i < 8; ++i) s.points.append(McVec3f(float(i & 1), float((i >> 1) & 1), float((i >> 2) & 1)));

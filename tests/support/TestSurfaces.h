@@ -18,6 +18,13 @@ Surface makeFan(int n);
 // n >= 1 triangles in a row along x in z = 0: point 2k is (k, 0, 0), point 2k+1 is (k, 1, 0);
 // triangle j uses points j, j+1, j+2. Normals +z.
 Surface makeStrip(int n);
+// The square [0,n]^2 in z = 0 as n x n unit cells of two triangles; point i + (n+1) j is at
+// (i, j, 0). Normals +z.
+Surface makeGrid(int n);
+// An open prism of `around` sides approximating the unit cylinder about the z axis, from
+// z = 0 to z = along in unit rings: point i + around k is at (cos a, sin a, k) with
+// a = 2 pi i / around. Normals outward.
+Surface makeCylinder(int around, int along);
 // The closed unit cube [0,1]^3: point x + 2y + 4z is at (x, y, z); two triangles per side,
 // normals outward.
 Surface makeCube();

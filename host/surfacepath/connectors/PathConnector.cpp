@@ -30,3 +30,22 @@ int PathConnector::parse(Tcl_Interp* interp, int argc, char** argv) {
                     argc >= 3 ? argv[2] : "", getCommands());
     return TCL_ERROR;
 }
+
+int PathConnector::parseCountOption(Tcl_Interp* interp, int argc, char** argv, char const* option,
+                                    char const* valueName, char const* things, int& value) {
+    if (argc < 3 || strlen(argv[2]) < 3 || strcmp(argv[2] + 3, option) != 0) return -1;
+    if (!strncmp(argv[2], "get", 3) && argc == 3) {
+        Tcl_SetObjResult(interp, Tcl_NewIntObj(value));
+        return TCL_OK;
+    }
+    if (strncmp(argv[2], "set", 3) != 0) return -1;
+    int count = 0;
+    if (argc != 4 || Tcl_GetInt(nullptr, argv[3], &count) != TCL_OK || count < 1) {
+        Tcl_VaSetResult(interp, "connector set%s %s: %s must be a whole number of %s, at least 1%s%s", option,
+                        valueName, valueName, things, argc == 4 ? ", not " : "", argc == 4 ? argv[3] : "");
+        return TCL_ERROR;
+    }
+    value = count;
+    Tcl_ResetResult(interp);
+    return TCL_OK;
+}

@@ -46,6 +46,11 @@ class PathConnector : public McTypedObject {
     virtual char const* getCommands() const { return "getName"; }
     // Keeps `reason` for getFailure() and returns false.
     bool fail(McString const& reason);
+    // `connector getOPTION` and `connector setOPTION VALUE` for an option that counts
+    // `things`, at least 1. Returns TCL_OK or TCL_ERROR when argv names the option, and -1
+    // when it does not.
+    static int parseCountOption(Tcl_Interp* interp, int argc, char** argv, char const* option, char const* valueName,
+                                char const* things, int& value);
 
     SurfacePathSet* mPathSet = nullptr;
     McString mFailure;

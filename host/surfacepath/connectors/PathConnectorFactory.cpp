@@ -1,10 +1,12 @@
 #include "PathConnectorFactory.h"
 
 #include "DijkstraConnector.h"
+#include "GeodesicConnector.h"
 #include "HxInterpreter.h"
 #include "HxPortMultiMenu.h"
 #include "HxResources.h"
 #include "HxSurfacePathSet.h"
+#include "TriangleStripConnector.h"
 
 PathConnector* PathConnectorFactory::createConnector(char const* name, HxSurfacePathSet* pathSet) {
     McString error;
@@ -13,7 +15,10 @@ PathConnector* PathConnectorFactory::createConnector(char const* name, HxSurface
 
 PathConnector* PathConnectorFactory::createConnector(char const* name, HxSurfacePathSet* pathSet,
                                                      McString& error) {
-    DijkstraConnector::initClass();  // built-in connectors register on first use
+    // Built-in connectors register on first use.
+    DijkstraConnector::initClass();
+    GeodesicConnector::initClass();
+    TriangleStripConnector::initClass();
     const McString className = McString(name ? name : "") + "Connector";
     McString findError;
     McTypeInfo const* type = HxResources::findClass(className.c_str(), findError);

@@ -1,7 +1,8 @@
 #pragma once
 // PathConnectorFactory: makes path connectors by name. A connector named N is the registered
-// class "NConnector" derived from PathConnector (built in: "Dijkstra"); classes declared by a
-// plug-in's resource script are found too, loading their library on first use.
+// class "NConnector" derived from PathConnector (built in: "Dijkstra", "Geodesic",
+// "TriangleStrip"); classes declared by a plug-in's resource script are found too, loading
+// their library on first use.
 
 #include "McDArray.h"
 #include "McString.h"

@@ -1,0 +1,125 @@
+#include "GeodesicConnector.h"
+
+#include "HxInterpreter.h"
+#include "Surface.h"
+#include "SurfacePathSet.h"
+#include "SurfaceShortestPath.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+MC_TYPED_IMPL_CREATABLE(GeodesicConnector, PathConnector)
+
+void GeodesicConnector::init(SurfacePathSet* pathSet, McProgressInterface* progress) {
+    PathConnector::init(pathSet, progress);
+    mEdgePaths.init(pathSet, progress);
+}
+
+int GeodesicConnector::nearestVertex(SurfaceNode const* node) {
+    Surface const& surface = *node->getSurface();
+    if (node->getKind() == SurfaceNode::VERTEX) return node->getElement();
+    McDArray<int> triangles;
+    node->getTriangles(triangles);
+    float bary[3];
+    if (triangles.empty() || !node->getBarycentric(triangles[0], bary)) return -1;
+    const int corner = int(std::max_element(bary, bary + 3) - bary);
+    return surface.triangles[triangles[0]].points[corner];
+}
+
+void GeodesicConnector::prepare(Surface* surface) {
+    if (surface->pointTriangleStart.size() != surface->getNumPoints() + 1) surface->computeTrianglesPerPoint();
+    if (surface->getNumEdges() == 0 && surface->getNumTriangles() > 0) surface->createAllEdges(0);
+    if (surface == mPreparedSurface && mTriangleStamp.size() == size_t(surface->getNumTriangles()) &&
+        mVertexStamp.size() == size_t(surface->getNumPoints()))
+        return;
+    mTriangleStamp.assign(size_t(surface->getNumTriangles()), 0);
+    mVertexStamp.assign(size_t(surface->getNumPoints()), 0);
+    mStamp = 0;
+    mPreparedSurface = surface;
+}
+
+void GeodesicConnector::collectBand(Surface const& surface, McDArray<int> const& vertices, int rings,
+                                    McDArray<int>& triangles) {
+    if (++mStamp == 0) {  // the counter wrapped: old marks could look current
+        std::fill(mTriangleStamp.begin(), mTriangleStamp.end(), 0);
+        std::fill(mVertexStamp.begin(), mVertexStamp.end(), 0);
+        mStamp = 1;
+    }
+    triangles.clear();
+    McDArray<int> frontier, next;
+    for (int v : vertices)
+        if (mVertexStamp[size_t(v)] != mStamp) {
+            mVertexStamp[size_t(v)] = mStamp;
+            frontier.append(v);
+        }
+    for (int ring = 0; ring < rings && !frontier.empty(); ++ring) {
+        next.clear();
+        for (int v : frontier)
+            for (int i = surface.pointTriangleStart[v]; i < surface.pointTriangleStart[v + 1]; ++i) {
+                const int t = surface.pointTriangles[i];
+                if (inBand(t)) continue;
+                mTriangleStamp[size_t(t)] = mStamp;
+                triangles.append(t);
+                for (int p : surface.triangles[t].points)
+                    if (mVertexStamp[size_t(p)] != mStamp) {
+                        mVertexStamp[size_t(p)] = mStamp;
+                        next.append(p);
+                    }
+            }
+        std::swap(frontier, next);
+    }
+}
+
+bool GeodesicConnector::onBandBorder(Surface const& surface, SurfaceNode const* node) const {
+    McDArray<int> triangles;
+    if (node->getKind() == SurfaceNode::VERTEX) {
+        const int v = node->getElement();
+        for (int i = surface.pointTriangleStart[v]; i < surface.pointTriangleStart[v + 1]; ++i)
+            if (!inBand(surface.pointTriangles[i])) return true;
+        return false;
+    }
+    node->getTriangles(triangles);
+    for (int t : triangles)
+        if (!inBand(t)) return true;
+    return false;
+}
+
+bool GeodesicConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
+                                          McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
+    between.clear();
+    mFailure.clear();
+    mNumBandTriangles = 0;
+    if (!from || !to) return false;
+    Surface* surface = from->getSurface();
+    if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
+    prepare(surface);
+    McDArray<int> edgePath;
+    if (!mEdgePaths.findPath(surface, nearestVertex(from), nearestVertex(to), edgePath)) return false;
+
+    McDArray<int> band;
+    SurfaceShortestPath::Result result;
+    McString error;
+    for (int rings = mBandWidth;; rings *= 2) {
+        const int64_t previousSize = band.size();
+        collectBand(*surface, edgePath, rings, band);
+        mNumBandTriangles = band.size();
+        if (!SurfaceShortestPath::compute(band, from, to, result, error)) return fail(error);
+        const bool wholeComponent = band.size() == previousSize;
+        const bool touchesBorder = std::any_of(result.between.begin(), result.between.end(),
+                                               [&](SurfaceNode* node) { return onBandBorder(*surface, node); });
+        if (!touchesBorder || wholeComponent) break;
+    }
+    between = result.between;
+    return true;
+}
+
+int GeodesicConnector::parse(Tcl_Interp* interp, int argc, char** argv) {
+    if (argc == 3 && !strcmp(argv[2], "getNumBandTriangles")) {
+        Tcl_SetObjResult(interp, Tcl_NewWideIntObj(mNumBandTriangles));
+        return TCL_OK;
+    }
+    const int code = parseCountOption(interp, argc, argv, "BandWidth", "RINGS", "triangle rings", mBandWidth);
+    if (code >= 0) return code;
+    return PathConnector::parse(interp, argc, argv);
+}

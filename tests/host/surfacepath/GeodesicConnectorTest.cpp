@@ -1,0 +1,176 @@
+// The geodesic connector against CGAL's exact shortest path over the whole mesh on real meshes,
+// against the edge path, and its Tcl settings; the triangle-strip connector on a plane and on a
+// real mesh.
+
+#include "DijkstraConnector.h"
+#include "GeodesicConnector.h"
+#include "HxInterpreter.h"
+#include "PathConnectorFactory.h"
+#include "SurfaceEdgeNode.h"
+#include "SurfaceIO.h"
+#include "SurfaceNodeFactory.h"
+#include "SurfacePathSet.h"
+#include "SurfaceShortestPath.h"
+#include "SurfaceTriangleNode.h"
+#include "SurfaceVertexNode.h"
+#include "TestSurfaces.h"
+#include "TriangleStripConnector.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <utility>
+
+namespace {
+
+Surface readMesh(char const* name) {
+    Surface s;
+    McString error, warnings;
+    EXPECT_TRUE(SurfaceIO::read(meshFile(name).c_str(), s, error, warnings)) << error;
+    SurfaceNodeFactory::prepareSurface(&s);
+    return s;
+}
+
+double polylineLength(SurfaceNode* from, McDArray<McHandle<SurfaceNode>> const& between, SurfaceNode* to) {
+    double length = 0;
+    McVec3f previous = from->getPosition();
+    auto step = [&](SurfaceNode* node) {
+        length += (node->getPosition() - previous).length();
+        previous = node->getPosition();
+    };
+    for (SurfaceNode* node : between) step(node);
+    step(to);
+    return length;
+}
+
+// Each node shares a triangle with the next, and no node between is a triangle node.
+void expectWalkOverTriangles(SurfaceNode* from, McDArray<McHandle<SurfaceNode>> const& between, SurfaceNode* to) {
+    SurfaceNode* previous = from;
+    for (SurfaceNode* node : between) {
+        EXPECT_NE(node->getKind(), SurfaceNode::TRIANGLE);
+        EXPECT_GE(previous->getSharedElement(node), 0) << "a step leaves the triangles of the last node";
+        previous = node;
+    }
+    EXPECT_GE(previous->getSharedElement(to), 0);
+}
+
+// A node of a random kind at a random place.
+McHandle<SurfaceNode> randomNode(Surface& s, std::mt19937& random) {
+    std::uniform_real_distribution<float> unit(0.05f, 0.45f);
+    switch (random() % 3) {
+        case 0: return new SurfaceVertexNode(&s, int(random() % unsigned(s.getNumPoints())));
+        case 1: return new SurfaceEdgeNode(&s, int(random() % unsigned(s.getNumEdges())), unit(random) * 2);
+        default: return new SurfaceTriangleNode(&s, int(random() % unsigned(s.getNumTriangles())), unit(random), unit(random));
+    }
+}
+
+class RealMeshes : public testing::TestWithParam<char const*> {};
+
+TEST_P(RealMeshes, GeodesicsAreAsShortAsTheExactOnesAndNoLongerThanEdgePaths) {
+    Surface surface = readMesh(GetParam());
+    SurfacePathSet set(&surface);
+    GeodesicConnector geodesic;
+    geodesic.init(&set, nullptr);
+    DijkstraConnector dijkstra;
+    dijkstra.init(&set, nullptr);
+    std::mt19937 random(11);
+    for (int pair = 0; pair < 6; ++pair) {
+        McHandle<SurfaceNode> from = randomNode(surface, random), to = randomNode(surface, random);
+        McDArray<McHandle<SurfaceNode>> between;
+        ASSERT_TRUE(geodesic.computeConnection(from, to, between, nullptr)) << geodesic.getFailure();
+        expectWalkOverTriangles(from, between, to);
+        const double length = polylineLength(from, between, to);
+        SurfaceShortestPath::Result exact;
+        McString error;
+        ASSERT_TRUE(SurfaceShortestPath::compute(from, to, exact, error)) << error;
+        EXPECT_NEAR(length, exact.length, 1e-3 * exact.length) << from->getTypeName() << " to " << to->getTypeName();
+        EXPECT_LT(geodesic.getNumBandTriangles(), surface.getNumTriangles()) << "the band stays local";
+
+        McHandle<SurfaceNode> a = new SurfaceVertexNode(&surface, int(random() % unsigned(surface.getNumPoints())));
+        McHandle<SurfaceNode> b = new SurfaceVertexNode(&surface, int(random() % unsigned(surface.getNumPoints())));
+        ASSERT_TRUE(geodesic.computeConnection(a, b, between, nullptr));
+        const double geodesicLength = polylineLength(a, between, b);
+        ASSERT_TRUE(dijkstra.computeConnection(a, b, between, nullptr));
+        EXPECT_LE(geodesicLength, polylineLength(a, between, b) * (1 + 1e-6));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Geodesic, RealMeshes, testing::Values("elephant.off", "cow.off", "dino.off"));
+
+TEST(GeodesicConnector, CrossesAPlaneStraightAndRefusesNodesOfAnotherSurface) {
+    Surface grid = makeGrid(8), other = makeQuad();
+    SurfacePathSet set(&grid);
+    std::unique_ptr<PathConnector> geodesic(PathConnectorFactory::createConnector("Geodesic", nullptr));
+    ASSERT_TRUE(geodesic);
+    geodesic->init(&set, nullptr);
+    McHandle<SurfaceNode> a = new SurfaceTriangleNode(&grid, 0, 0.2f, 0.1f), b = new SurfaceVertexNode(&grid, 80);
+    McDArray<McHandle<SurfaceNode>> between;
+    ASSERT_TRUE(geodesic->computeConnection(a, b, between, nullptr));
+    EXPECT_NEAR(polylineLength(a, between, b), (a->getPosition() - b->getPosition()).length(), 1e-4);
+    McHandle<SurfaceNode> elsewhere = new SurfaceVertexNode(&other, 0);
+    EXPECT_FALSE(geodesic->computeConnection(a, elsewhere, between, nullptr));
+    EXPECT_EQ(geodesic->getFailure(), "the two nodes lie on different surfaces");
+}
+
+TEST(GeodesicConnector, AnswersItsSettingsFromTcl) {
+    HxInterpreter& interp = HxInterpreter::getTheInterpreter();
+    GeodesicConnector geodesic;
+    auto run = [&](std::vector<char const*> words) {
+        std::vector<char*> argv;
+        for (char const* w : words) argv.push_back(const_cast<char*>(w));
+        const int code = geodesic.parse(interp.getTclInterp(), int(argv.size()), argv.data());
+        return std::to_string(code) + " " + Tcl_GetStringResult(interp.getTclInterp());
+    };
+    EXPECT_EQ(run({"E", "connector", "getName"}), "0 Geodesic");
+    EXPECT_EQ(run({"E", "connector", "setBandWidth", "7"}), "0 ");
+    EXPECT_EQ(run({"E", "connector", "getBandWidth"}), "0 7");
+    EXPECT_EQ(run({"E", "connector", "setBandWidth", "wide"}),
+              "1 connector setBandWidth RINGS: RINGS must be a whole number of triangle rings, at least 1, not wide");
+    EXPECT_EQ(run({"E", "connector", "fly"}),
+              "1 connector Geodesic: unknown command \"fly\" (commands: getName, getBandWidth, setBandWidth RINGS, "
+              "getNumBandTriangles)");
+}
+
+TEST(TriangleStripConnector, GivesTheStraightSegmentOnAPlane) {
+    Surface grid = makeGrid(6);
+    TriangleStripConnector strip;
+    strip.init(&grid, nullptr);
+    std::mt19937 random(5);
+    for (int k = 0; k < 20; ++k) {
+        McHandle<SurfaceNode> a = randomNode(grid, random), b = randomNode(grid, random);
+        McDArray<McHandle<SurfaceNode>> between;
+        ASSERT_TRUE(strip.computeConnection(a, b, between, nullptr));
+        expectWalkOverTriangles(a, between, b);
+        const McVec3f pa = a->getPosition(), pb = b->getPosition();
+        EXPECT_NEAR(polylineLength(a, between, b), (pa - pb).length(), 1e-4);
+        for (SurfaceNode* node : between)
+            EXPECT_NEAR((node->getPosition() - pa).cross(pb - pa).length(), 0, 1e-4) << "a node off the segment";
+    }
+}
+
+TEST(TriangleStripConnector, JoinsNearbyTriangleNodesOnARealMesh) {
+    Surface elephant = readMesh("elephant.off");
+    std::unique_ptr<PathConnector> strip(PathConnectorFactory::createConnector("TriangleStrip", nullptr));
+    ASSERT_TRUE(strip);
+    SurfacePathSet set(&elephant);
+    strip->init(&set, nullptr);
+    for (int t : {0, 100, 2000}) {
+        int previous = -1, neighbour = t;  // three steps away across triangle sides
+        for (int step = 0; step < 3; ++step) {
+            int side = 0;
+            while (elephant.neighbours[3 * neighbour + side] == previous) ++side;
+            previous = std::exchange(neighbour, elephant.neighbours[3 * neighbour + side]);
+            ASSERT_GE(neighbour, 0);
+        }
+        McHandle<SurfaceNode> a = new SurfaceTriangleNode(&elephant, t, 0.3f, 0.3f);
+        McHandle<SurfaceNode> b = new SurfaceTriangleNode(&elephant, neighbour, 0.2f, 0.5f);
+        McDArray<McHandle<SurfaceNode>> between;
+        ASSERT_TRUE(strip->computeConnection(a, b, between, nullptr));
+        expectWalkOverTriangles(a, between, b);
+        EXPECT_GE(polylineLength(a, between, b), (a->getPosition() - b->getPosition()).length() - 1e-6);
+    }
+}
+
+}  // namespace
