@@ -150,27 +150,4 @@ TEST(TriangleStripConnector, GivesTheStraightSegmentOnAPlane) {
     }
 }
 
-TEST(TriangleStripConnector, JoinsNearbyTriangleNodesOnARealMesh) {
-    Surface elephant = readMesh("elephant.off");
-    std::unique_ptr<PathConnector> strip(PathConnectorFactory::createConnector("TriangleStrip", nullptr));
-    ASSERT_TRUE(strip);
-    SurfacePathSet set(&elephant);
-    strip->init(&set, nullptr);
-    for (int t : {0, 100, 2000}) {
-        int previous = -1, neighbour = t;  // three steps away across triangle sides
-        for (int step = 0; step < 3; ++step) {
-            int side = 0;
-            while (elephant.neighbours[3 * neighbour + side] == previous) ++side;
-            previous = std::exchange(neighbour, elephant.neighbours[3 * neighbour + side]);
-            ASSERT_GE(neighbour, 0);
-        }
-        McHandle<SurfaceNode> a = new SurfaceTriangleNode(&elephant, t, 0.3f, 0.3f);
-        McHandle<SurfaceNode> b = new SurfaceTriangleNode(&elephant, neighbour, 0.2f, 0.5f);
-        McDArray<McHandle<SurfaceNode>> between;
-        ASSERT_TRUE(strip->computeConnection(a, b, between, nullptr));
-        expectWalkOverTriangles(a, between, b);
-        EXPECT_GE(polylineLength(a, between, b), (a->getPosition() - b->getPosition()).length() - 1e-6);
-    }
-}
-
 }  // namespace
