@@ -1,6 +1,7 @@
 #include "PackageEntry.h"
 
 #include "FreeHandDrawer.h"
+#include "HxInterpreter.h"
 #include "HxSurfacePathEditor.h"
 #include "PathEditAddCP.h"
 #include "PathEditAddPath.h"
@@ -25,6 +26,7 @@
 #include "PathOperation.h"
 #include "SinglePathOperation.h"
 #include "SurfacePathEditorGUIBase.h"
+#include "SurfacePathEditor.h"
 #include "SurfacePathEditorViewerBase.h"
 #include "SurfaceVertexPathEditor.h"
 
@@ -37,12 +39,12 @@ bool initialised = false;
 bool finished = false;
 
 // Each registration registers its parents first, so the order below is free to name a class
-// before its base. Commented lines are classes still to be written.
+// before its base.
 void registerClasses() {
     SurfaceVertexPathEditor::initClass();
     SurfacePathEditorViewerBase::initClass();
     SurfacePathEditorGUIBase::initClass();
-    // SurfacePathEditor::initClass();
+    SurfacePathEditor::initClass();
     SinglePathOperation::initClass();
     PathOperation::initClass();
     PathEditUntangle::initClass();
@@ -79,6 +81,7 @@ void velmopackage_hxsurfacepathedit_init() {
     if (initialised) return;
     initialised = true;
     registerClasses();
+    SurfacePathEditor::linkSettings(HxInterpreter::getTheInterpreter().getTclInterp());
 }
 
 void velmopackage_hxsurfacepathedit_finish() { finished = true; }

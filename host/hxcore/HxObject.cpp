@@ -107,9 +107,15 @@ int HxObject::parse(Tcl_Interp* interp, int argc, char** argv) {
         return TCL_OK;
     }
     if (HxPort* port = getPort(cmd)) return parsePort(interp, port, argc - 2, argv + 2);
-    McString text = McString::format(
-        "%s: unknown command or port \"%s\" (commands: getLabel, setLabel, fire, getTypeId, getPorts, or a port name)",
-        name, cmd);
+    // Reaches a port whose name a module's own command shadows (an editor's `connector`).
+    if (!strcmp(cmd, "port") && argc >= 3) {
+        if (HxPort* port = getPort(argv[2])) return parsePort(interp, port, argc - 3, argv + 3);
+        McString text = McString::format("%s: no port \"%s\"", name, argv[2]);
+        return cmdError(interp, HX_CMD_UNKNOWN, text.c_str());
+    }
+    McString text = McString::format("%s: unknown command or port \"%s\" (commands: getLabel, setLabel, fire, "
+                                     "getTypeId, getPorts, port NAME ..., or a port name)",
+                                     name, cmd);
     return cmdError(interp, HX_CMD_UNKNOWN, text.c_str());
 }
 

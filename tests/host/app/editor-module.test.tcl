@@ -6,7 +6,7 @@ source $env(SURFPATH_TESTLIB)
 checkEqual "the resource lists the editors" {set hxsurfacepathedit::editorClasses} \
     {SurfaceVertexPathEditor SurfacePathEditor}
 checkEqual "and the library that holds them" {set hxsurfacepathedit::editorLibs} {hxsurfacepathedit hxsurfacepathedit}
-checkEqual "every connector for the generic editor" {set hxsurfacepathedit::genericEditorConnectors} Dijkstra
+checkEqual "every connector for the generic editor" {set hxsurfacepathedit::genericEditorConnectors} {Dijkstra Geodesic TriangleStrip}
 # A row whose class exists nowhere: starting it must leave the choice open.
 lappend hxsurfacepathedit::editorTypes Missing
 lappend hxsurfacepathedit::editorClasses NoSuchEditor
