@@ -10,6 +10,7 @@
 #include "SurfaceIO.h"
 
 #include <cstring>
+#include <set>
 
 MC_TYPED_IMPL_CREATABLE(HxSurface, HxData)
 
@@ -67,7 +68,7 @@ int HxSurface::getIndexArg(Tcl_Interp* interp, char const* what, char const* tex
 int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
     char const* cmd = argc >= 2 ? argv[1] : "";
     char const* const withoutArguments[] = {"getNumPoints", "getNumTriangles", "getNumEdges",
-                                            "getBoundingBox", "show", "hide"};
+                                            "getNumPatches", "getBoundingBox", "show", "hide"};
     for (char const* query : withoutArguments)
         if (!strcmp(cmd, query) && argc != 2)
             return cmdError(interp, HX_CMD_WRONG_ARGS, McString::format("%s %s", argv[0], query).c_str());
@@ -82,6 +83,12 @@ int HxSurface::parse(Tcl_Interp* interp, int argc, char** argv) {
     if (!strcmp(cmd, "getNumEdges")) {
         surface.createAllEdges(0);
         Tcl_SetObjResult(interp, Tcl_NewIntObj(surface.getNumEdges()));
+        return TCL_OK;
+    }
+    if (!strcmp(cmd, "getNumPatches")) {
+        std::set<int> patches;
+        for (Surface::Triangle const& t : surface.triangles) patches.insert(t.patch);
+        Tcl_SetObjResult(interp, Tcl_NewIntObj(int(patches.size())));
         return TCL_OK;
     }
     if (!strcmp(cmd, "getBoundingBox")) {

@@ -6,18 +6,17 @@
 #include "SurfacePathSet.h"
 
 #include <CGAL/Constrained_Delaunay_triangulation_2.h>
-#include <CGAL/Delaunay_mesh_criteria_2.h>
-#include <CGAL/Delaunay_mesh_face_base_2.h>
-#include <CGAL/Delaunay_mesher_no_edge_refinement_2.h>
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
 #include <CGAL/Triangulation_vertex_base_with_info_2.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <set>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
@@ -31,15 +30,12 @@ struct PointIndex {
 };
 using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
 using VertexBase = CGAL::Triangulation_vertex_base_with_info_2<PointIndex, Kernel>;
-using FaceBase = CGAL::Delaunay_mesh_face_base_2<Kernel>;
+using FaceBase = CGAL::Constrained_triangulation_face_base_2<Kernel>;
 using Tds = CGAL::Triangulation_data_structure_2<VertexBase, FaceBase>;
 // Constraints may pass through vertices but never cross: crossing paths need a common node.
 using Cdt = CGAL::Constrained_Delaunay_triangulation_2<Kernel, Tds,
                                                       CGAL::No_constraint_intersection_requiring_constructions_tag>;
 using Point2 = Cdt::Point;
-// Never splits a constrained edge: a split would leave the neighbour across a triangle side,
-// or a path segment, with a vertex it does not know.
-using Mesher = CGAL::Delaunay_mesher_no_edge_refinement_2<Cdt, CGAL::Delaunay_mesh_criteria_2<Cdt>>;
 
 // Side points and triangle corners live on a lattice of this many steps per unit, so that a
 // point on a side lies exactly on it in the plane coordinates below (every coordinate is an
@@ -49,8 +45,13 @@ constexpr double kStep = 1.0 / double(kSteps);
 // Barycentric distance below which a node counts as lying on a vertex or edge anyway, so that
 // no triangle is made thinner than the lattice can tell apart.
 constexpr float kMinimumSnap = 1e-6f;
-// The radius-to-shortest-edge bound of quality refinement: about 20.7 degrees.
+// Quality refinement splits triangles whose smallest angle has a squared sine below this:
+// about 20.7 degrees.
 constexpr double kQualityBound = 0.125;
+// Refinement points keep at least this barycentric distance from the triangle's sides, and
+// this squared fraction of a constrained edge's length from it.
+constexpr double kRefinementMargin = 1e-3;
+constexpr double kConstraintClearance2 = 0.04;
 // Extra points per triangle when "q" comes without "S".
 constexpr int kDefaultExtraPoints = 10;
 
@@ -121,6 +122,61 @@ struct SplitTriangle {
     std::vector<InsidePoint> inside;
     std::vector<std::pair<int, int>> segments;
 };
+
+// The squared sine of a face's smallest angle.
+double smallestAngleSine2(Cdt::Face_handle f) {
+    double smallest = 1;
+    for (int k = 0; k < 3; ++k) {
+        Point2 const &a = f->vertex(k)->point(), &b = f->vertex((k + 1) % 3)->point(), &c = f->vertex((k + 2) % 3)->point();
+        const double ux = b.x() - a.x(), uy = b.y() - a.y(), vx = c.x() - a.x(), vy = c.y() - a.y();
+        const double cross = ux * vy - uy * vx;
+        smallest = std::min(smallest, cross * cross / ((ux * ux + uy * uy) * (vx * vx + vy * vy)));
+    }
+    return smallest;
+}
+
+// Points closer to a constrained edge (a piece of a triangle side or a path segment) than a
+// fifth of its length would make a sliver against it; the edge is never split instead, since a
+// neighbour across a side, or a path, would then miss the new vertex.
+bool tooCloseToAConstraint(Cdt const& cdt, Point2 const& p) {
+    for (auto const& [face, i] : cdt.constrained_edges()) {
+        Point2 const &a = face->vertex(Cdt::cw(i))->point(), &b = face->vertex(Cdt::ccw(i))->point();
+        if (CGAL::squared_distance(p, Kernel::Segment_2(a, b)) < kConstraintClearance2 * CGAL::squared_distance(a, b))
+            return true;
+    }
+    return false;
+}
+
+// Inserts the circumcentres of the worst triangles, at most `maxPoints` of them, where they
+// lie inside the split triangle and clear of every constrained edge (a Delaunay refinement
+// that never splits an edge).
+void refineQuality(Cdt& cdt, TrianglePlane const& plane, int maxPoints) {
+    std::set<std::array<Cdt::Vertex_handle, 3>> hopeless;
+    auto key = [](Cdt::Face_handle f) {
+        std::array<Cdt::Vertex_handle, 3> k = {f->vertex(0), f->vertex(1), f->vertex(2)};
+        std::sort(k.begin(), k.end());
+        return k;
+    };
+    for (int added = 0; added < maxPoints;) {
+        Cdt::Face_handle worst;
+        double worstSine2 = kQualityBound;
+        for (Cdt::Face_handle f : cdt.finite_face_handles()) {
+            const double sine2 = smallestAngleSine2(f);
+            if (sine2 < worstSine2 && !hopeless.count(key(f))) worst = f, worstSine2 = sine2;
+        }
+        if (worst == Cdt::Face_handle()) return;
+        const Point2 centre = CGAL::circumcenter(worst->vertex(0)->point(), worst->vertex(1)->point(),
+                                                 worst->vertex(2)->point());
+        double w[3];
+        plane.barycentric(centre, w);
+        if (*std::min_element(w, w + 3) < kRefinementMargin || tooCloseToAConstraint(cdt, centre)) {
+            hopeless.insert(key(worst));
+            continue;
+        }
+        cdt.insert(centre, worst);
+        ++added;
+    }
+}
 
 // The new triangulation, planned without touching the surface or the paths.
 class Plan {
@@ -292,15 +348,7 @@ bool Plan::split(int triangle, SplitTriangle const& work, bool refine) {
         return false;
     }
     if (refine) {
-        Mesher mesher(cdt, Mesher::Criteria(kQualityBound));
-        // This mesher's constructor leaves its seed mark unset, and init() reads it.
-        mesher.clear_seeds();
-        mesher.init();
-        int added = 0;
-        // Each step takes one bad triangle off the queue, so the steps are bounded as well.
-        for (int step = 0; step < 100 * mMaxExtraPoints && added < mMaxExtraPoints && !mesher.is_refinement_done();
-             ++step)
-            if (mesher.step_by_step_refine_mesh()) ++added;
+        refineQuality(cdt, plane, mMaxExtraPoints);
         for (Cdt::Vertex_handle v : cdt.finite_vertex_handles()) {
             if (v->info().index >= 0) continue;
             double w[3];
