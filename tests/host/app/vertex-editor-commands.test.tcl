@@ -109,7 +109,8 @@ press $ed action 0
 checkEqual "undoably" {$ps getSelection} {2 -1}
 press $ed pathSelection 1
 checkEqual "Deselect all selects none" {$ps getSelection} {{} -1}
-checkEqual "which leaves no selection to delete or work on" {list [lindex [sensitivity action] 2] [sensitivity pathOperations2]} {0 {0 0 0 0}}
+checkEqual "the info line asks for one" {$ed info getText} "No active path: To select a path, click onto the path."
+checkEqual "no selection to delete or work on" {list [lindex [sensitivity action] 2] [sensitivity pathOperations2]} {0 {0 0 0 0}}
 press $ed action 0
 checkEqual "undoably too" {$ps getSelection} {2 -1}
 
