@@ -11,8 +11,7 @@ checkError "show takes no arguments" {$elephant show 1} "wrong # args"
 $elephant hide
 checkEqual "hide removes the display" {all HxDisplaySurface} {}
 
-set ps [create HxSurfacePathSet paths]
-$ps surface connect $elephant
+set ps [pathSetOn $elephant]
 $ps addPath v:0 v:1000
 $ps connect 0 0 1 Dijkstra
 checkEqual "nothing is selected without a display" {$ps getSelection} {{} -1}

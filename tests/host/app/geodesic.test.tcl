@@ -3,8 +3,7 @@
 source $env(SURFPATH_TESTLIB)
 
 set elephant [load [file join $env(SURFPATH_MESH_DIR) elephant.off]]
-set ps [create HxSurfacePathSet paths]
-$ps surface connect $elephant
+set ps [pathSetOn $elephant]
 
 $ps addPath v:0 v:1000
 $ps connect 0 0 1 Dijkstra

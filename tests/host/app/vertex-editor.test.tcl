@@ -4,15 +4,8 @@
 source $env(SURFPATH_TESTLIB)
 
 set elephant [load [file join $env(SURFPATH_MESH_DIR) elephant.off]]
-set ps [create HxSurfacePathSet paths]
-$ps surface connect $elephant
-set ed [create HxSurfacePathEditor]
-$ed attach $ps
-$ed portEditorTypes setIndex 0
-$ed portStartEditor hit 0
-$ed fire
-# The started editor names its module "SurfacePathEditor".
-set ed [all HxSurfacePathEditor]
+set ps [pathSetOn $elephant]
+set ed [startEditor $ps 0]
 checkEqual "the module's new name" {set ed} SurfacePathEditor
 check "the editor's ports replace menu and button" {expr {"action" in [$ed getPorts] && ![$ed portStartEditor isVisible]}}
 checkEqual "started through fire: free-hand drawing is off" {$ed freeHandDrawing getLabel 0} Enable
@@ -64,8 +57,7 @@ viewer 0 mouse release 2 {*}$belly
 checkEqual "the middle button undoes the deletion" {llength [$ps getPath 0]} $nodes
 
 # Free-hand: switched on through its port, then one stroke over the body.
-$ed freeHandDrawing hit 0
-$ed fire
+press $ed freeHandDrawing 0
 checkEqual "the toggle relabels its button" {$ed freeHandDrawing getLabel 0} disable
 set paths [$ps getNumPaths]
 viewer 0 mouse press 1 {*}$back
