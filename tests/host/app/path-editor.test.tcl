@@ -5,14 +5,8 @@
 source $env(SURFPATH_TESTLIB)
 
 set elephant [load [file join $env(SURFPATH_MESH_DIR) elephant.off]]
-set ps [create HxSurfacePathSet paths]
-$ps surface connect $elephant
-set ed [create HxSurfacePathEditor]
-$ed attach $ps
-$ed portEditorTypes setIndex 1
-$ed portStartEditor hit 0
-$ed fire
-set ed [all HxSurfacePathEditor]
+set ps [pathSetOn $elephant]
+set ed [startEditor $ps 1]
 set triangles [$elephant getNumTriangles]
 
 checkEqual "the switch settings" {list $hxsurfacepathedit::refine $hxsurfacepathedit::refineConforming} {pzQ pqzS10Q}
@@ -56,55 +50,43 @@ $ed smooth 0.5 3
 check "the command moved the paths" {expr {[$ps getPath 0] ne $before}}
 checkError "smooth takes a factor and a count" {$ed smooth 0.5} smooth
 set nodes [llength [$ps getPath 1]]
-$ed action hit 0
-$ed fire
+press $ed action 0
 check "undo after the command takes back the last addCP, not the smoothing" {expr {[llength [$ps getPath 1]] < $nodes}}
-$ed action hit 1
-$ed fire
+press $ed action 1
 set smoothed [$ps getPath 0]
-$ed pathOperations3 hit 0
-$ed fire
+press $ed pathOperations3 0
 check "the Smooth path button changes the paths" {expr {[$ps getPath 0] ne $smoothed}}
-$ed action hit 0
-$ed fire
+press $ed action 0
 checkEqual "and is undone" {$ps getPath 0} $smoothed
 
 # Snapping: a large barycentric tolerance makes every node a vertex; world mode keeps the range.
 $ed SnapEpsilon setValue 0.5
-$ed pathOperations3 hit 1
-$ed fire
+press $ed pathOperations3 1
 checkEqual "the active path snapped to vertices" {lsort -unique [kinds 0]} Vertex
-$ed action hit 0
-$ed fire
+press $ed action 0
 $ed snapEpsilonMode setValue 0
 $ed fire
 checkEqual "world mode keeps the barycentric range" {$ed SnapEpsilon getMinMax} {0 0.5}
 $ed SnapEpsilon setValue 0
-$ed pathOperations3 hit 1
-$ed fire
+press $ed pathOperations3 1
 check "a zero world tolerance snaps nothing" {expr {[lsearch -exact [kinds 0] Edge] >= 0}}
 
 # Retriangulation along the paths, undone, then the quality mode and patchify.
 $ed SnapEpsilon setValue 0.01
-$ed retriangulate hit 0
-$ed fire
+press $ed retriangulate 0
 set split [$elephant getNumTriangles]
 check "the paths' triangles were split" {expr {$split > $triangles}}
 checkEqual "every path node is a vertex now" {lsort -unique [concat [kinds 0] [kinds 1]]} Vertex
-$ed action hit 0
-$ed fire
+press $ed action 0
 checkEqual "undo brings the old triangles back" {$elephant getNumTriangles} $triangles
 check "and the paths' edge nodes" {expr {[lsearch -exact [kinds 0] Edge] >= 0}}
-$ed retriangulate hit 1
-$ed fire
+press $ed retriangulate 1
 check "the quality mode adds points beyond the plain split" {expr {[$elephant getNumTriangles] > $split}}
 $ed port connector setIndex 0 0
 $ed selectPath setValue 1
 $ed fire
-$ed pathOperations1 hit 0
-$ed fire
-$ed surfaceOperations hit 1
-$ed fire
+press $ed pathOperations1 0
+press $ed surfaceOperations 1
 check "the closed path cuts the retriangulated surface into patches" {expr {[$elephant getNumPatches] > 1}}
 checkEqual "the set stays consistent" {$ps isConsistent} 1
 finish
