@@ -2,6 +2,7 @@
 
 #include "HxGuiCommand.h"
 #include "HxMainWindow.h"
+#include "HxObjectPool.h"
 #include "HxWorkArea.h"
 
 #include <Inventor/Qt/SoQt.h>
@@ -10,6 +11,9 @@
 #include <QTimer>
 
 #include <X11/Xlib.h>
+#include <tcl.h>
+
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
@@ -31,6 +35,14 @@ bool displayReachable() {
     XCloseDisplay(display);
     return true;
 }
+
+// `exit` from a script or the console ends the process from inside the event loop: the objects
+// go while their port widgets still exist, rather than in the process's teardown after Qt's.
+[[noreturn]] void exitFromTheWindow(ClientData status) {
+    HxObjectPool::getTheObjectPool().removeAll();
+    Tcl_SetExitProc(nullptr);
+    std::exit(int(reinterpret_cast<intptr_t>(status)));
+}
 }  // namespace
 
 int HxGuiApplication::run(int argc, char** argv, int numFiles, char** files) {
@@ -45,6 +57,7 @@ int HxGuiApplication::run(int argc, char** argv, int numFiles, char** files) {
     window.resize(1280, 860);
     window.show();
     HxGuiCommand::install(&window);
+    Tcl_SetExitProc(exitFromTheWindow);
     // Tcl's own events (`after`, file events) are served between the window's.
     QTimer tclEvents;
     QObject::connect(&tclEvents, &QTimer::timeout, [] { HxWorkArea::getTheWorkArea()->update(); });
@@ -53,6 +66,7 @@ int HxGuiApplication::run(int argc, char** argv, int numFiles, char** files) {
     for (int i = 0; i < numFiles; ++i) paths << QString::fromLocal8Bit(files[i]);
     QTimer::singleShot(0, &window, [&window, paths] { window.openFiles(paths); });
     const int code = application.exec();
+    Tcl_SetExitProc(nullptr);
     HxGuiCommand::uninstall();
     return code;
 }
