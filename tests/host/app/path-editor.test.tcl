@@ -36,8 +36,16 @@ checkEqual "Shift+clicks make triangle control points" {list [lindex $k 0] [lind
 check "joined through edge nodes" {expr {[llength $k] > 3 && [lsearch -exact $k Edge] > 0}}
 checkEqual "both rows sensitive once a path exists" {list [$ed pathOperations3 isSensitive 1] [$ed retriangulate isSensitive 1]} {1 1}
 
-$ed controlPointType setValue 1
+$ed controlPointType setValue 0
 $ed fire
+viewer 0 mouse press 1 430 330 -shift
+viewer 0 mouse release 1 430 330 -shift
+checkEqual "with control point type Vertex a click appends a vertex node" {lindex [kinds 0] end} Vertex
+press $ed freeHandDrawing 0
+checkEqual "free-hand drawing hides the rows that would interrupt a stroke" \
+    {lmap p {action surfaceOperations pathOperations3 retriangulate} {$ed $p isVisible}} {0 0 0 0}
+press $ed freeHandDrawing 0
+checkEqual "and shows them again" {lmap p {action pathOperations3 retriangulate} {$ed $p isVisible}} {1 1 1}
 $ed addCP 1 100
 $ed addCP 1 300 0.4
 $ed addCP 1 900 0.2 0.3
@@ -58,6 +66,13 @@ press $ed pathOperations3 0
 check "the Smooth path button changes the paths" {expr {[$ps getPath 0] ne $smoothed}}
 press $ed action 0
 checkEqual "and is undone" {$ps getPath 0} $smoothed
+
+press $ed pathSelection 0
+set before [list [$ps getPath 0] [$ps getPath 1]]
+press $ed pathOperations2 2
+checkEqual "Entangle of the selected paths keeps the set consistent" {$ps isConsistent} 1
+press $ed action 0
+checkEqual "and is one undoable step" {list [$ps getPath 0] [$ps getPath 1]} $before
 
 # Snapping: a large barycentric tolerance makes every node a vertex; world mode keeps the range.
 $ed SnapEpsilon setValue 0.5
