@@ -189,15 +189,6 @@ TEST_F(SurfacePathEditorViewerBaseTest, ClicksOnTheSurfaceAndOnLinesNameWhatThey
     EXPECT_TRUE(click.element == 12 || click.element == 13) << "a triangle of points 13 and 14: " << click.element;
 }
 
-// Cube points x + 2y + 4z at (x, y, z), seen from +z: the path runs on the back side.
-TEST_F(SurfacePathEditorViewerBaseTest, SurfaceInFrontHidesAPathBehindIt) {
-    makeSet(makeCube(), {"v:0 v:3"});
-    startEditor();
-    PathEditClickInfo const& click = clickAt(McVec3f(0.5f, 0.5f, 0));
-    EXPECT_EQ(click.kind, 0);
-    EXPECT_NEAR(click.point.z, 1.0f, 1e-4f);
-}
-
 TEST_F(SurfacePathEditorViewerBaseTest, SharedControlPointGoesToTheLastActivePathHoldingIt) {
     makeSet(makeStrip(16), {"v:2 v:5", "v:8 v:11", "v:14 v:17"});
     const int shared = set->pathSet.paths[1].nodeIndices[0];  // v:8 at (4, 0, 0)

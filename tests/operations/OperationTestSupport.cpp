@@ -1,6 +1,5 @@
 #include "OperationTestSupport.h"
 
-#include "SurfaceIO.h"
 #include "SurfaceNode.h"
 
 #include <gtest/gtest.h>
@@ -96,13 +95,6 @@ std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path)
     return vertexList(pathSet, path, true);
 }
 
-Surface readMesh(char const* name) {
-    Surface surface;
-    McString error, warnings;
-    EXPECT_TRUE(SurfaceIO::read(meshFile(name).c_str(), surface, error, warnings)) << error.c_str();
-    return surface;
-}
-
 SurfaceNode* makeControlPoint(SurfacePathSet const& pathSet, int vertex) {
     SurfaceNode* node = pathSet.nodeFactory.createVertexNode(vertex);
     if (node) node->isControlPoint = 1;
@@ -134,7 +126,6 @@ PathSetState expectUndoRedoRestores(EditedPathSet& edited, McHandle<PathOperatio
     if (after == before) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "it changed " << before << " into " << after;
 }
-
 
 SurfaceNode* StripEditTest::insideTriangle(int triangle) const {
     SurfaceNode* node = set.pathSet.nodeFactory.createTriangleNode(triangle, 0.3f, 0.3f);

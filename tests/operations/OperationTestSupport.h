@@ -72,9 +72,6 @@ std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path)
 // Success when the set passes its structural check with segments, else the problem found.
 ::testing::AssertionResult isConsistent(SurfacePathSet const& pathSet);
 
-// A real mesh of the test data read through the host's reader, e.g. readMesh("elephant.off");
-// a failed read fails the calling test.
-Surface readMesh(char const* name);
 // A new vertex node at `vertex`, flagged as a control point; reference count 0, so the
 // operation or node table that takes it over owns it.
 SurfaceNode* makeControlPoint(SurfacePathSet const& pathSet, int vertex);

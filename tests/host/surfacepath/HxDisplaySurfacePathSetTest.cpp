@@ -4,11 +4,9 @@
 // display follows the set and owns its selection.
 
 #include "HxController.h"
-#include "HxDisplaySurface.h"
 #include "HxDisplaySurfacePathSet.h"
 #include "HxInterpreter.h"
 #include "HxObjectPool.h"
-#include "HxPngFile.h"
 #include "HxSurface.h"
 #include "HxSurfacePathSet.h"
 #include "HxViewer.h"
@@ -17,18 +15,12 @@
 
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPickedPoint.h>
-#include <Inventor/actions/SoHandleEventAction.h>
-#include <Inventor/nodes/SoEventCallback.h>
-#include <Inventor/details/SoFaceDetail.h>
-#include <Inventor/details/SoLineDetail.h>
 #include <Inventor/nodes/SoCamera.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -128,79 +120,6 @@ TEST_F(HxDisplaySurfacePathSetTest, LinesOnTheSurfaceAreDrawnOverItInTheirPathsC
         unsigned char const* active = pixelAt(McVec3f(4.5f, 0.5f, 0));
         EXPECT_TRUE(active[0] < 100 && active[2] > 200) << "style " << style << ": cyan";
     }
-}
-
-// True when a pixel within one of (x, y) has the colour (wide lines are rasterised up to a
-// pixel away from their centre line).
-bool hasColourNear(std::vector<unsigned char> const& rgba, int w, int x, int y, uint32_t rgb) {
-    for (int dy = -1; dy <= 1; ++dy)
-        for (int dx = -1; dx <= 1; ++dx) {
-            unsigned char const* p = &rgba[4 * (size_t(y + dy) * w + size_t(x + dx))];
-            if ((uint32_t(p[0]) << 16 | uint32_t(p[1]) << 8 | p[2]) == rgb) return true;
-        }
-    return false;
-}
-
-// What an editor's pick callback reads: the picked points of the click, nearest first.
-void recordPicks(void* data, SoEventCallback* cb) {
-    auto* paths = static_cast<std::vector<SoPath*>*>(data);
-    SoPickedPointList const& picks = cb->getAction()->getPickedPointList();
-    for (int i = 0; i < picks.getLength(); ++i) {
-        paths->push_back(picks[i]->getPath()->copy());
-        paths->back()->ref();
-    }
-}
-
-TEST_F(HxDisplaySurfacePathSetTest, ScriptedClickReachesPickCallbacksWithTheLineFirst) {
-    makeScene(makeStrip(8), {"v:1 v:4 v:7"});
-    std::vector<SoPath*> paths;
-    HxController::getTheController()->addPickCallback(recordPicks, &paths);
-    float sx, sy;
-    viewer->project(McVec3f(1.0f, 0.5f, 0), sx, sy);  // on the segment from point 1 to point 4
-    eval("viewer 0 setViewing 0; viewer 0 mouse release 1 " + std::to_string(sx) + " " + std::to_string(sy) + " -shift");
-    HxController::getTheController()->removePickCallback(recordPicks, &paths);
-    ASSERT_GE(paths.size(), 2u);
-    EXPECT_TRUE(paths[0]->containsNode(display->getPathLineNode()));
-    auto* surfaceDisplay = static_cast<HxDisplaySurface*>(HxObjectPool::getTheObjectPool().findObject("S-display"));
-    EXPECT_TRUE(paths[1]->containsNode(surfaceDisplay->getSceneNode()));
-    for (SoPath* path : paths) path->unref();
-}
-
-// The picture a user asks for first: the elephant with two paths, read back from the file.
-TEST_F(HxDisplaySurfacePathSetTest, ElephantSnapshotShowsThePathsInTheirColour) {
-    eval("load " + meshFile("elephant.off"));
-    eval("create HxSurfacePathSet PS; PS surface connect elephant.off");
-    eval("PS addPath v:0 v:1000; PS connect 0 0 1 Dijkstra; PS addPath v:200 v:2400; PS connect 1 0 1 Dijkstra");
-    eval("elephant.off show; PS show; viewer 0 viewAll");
-    const std::string file = testing::TempDir() + "elephant-paths.png";
-    eval("viewer 0 snapshot " + file);
-    int w = 0, h = 0;
-    std::vector<unsigned char> rgba;
-    McString error;
-    ASSERT_TRUE(HxPngFile::read(file.c_str(), w, h, rgba, error)) << error.c_str();
-    std::remove(file.c_str());
-    ASSERT_EQ(w, 400);
-    ASSERT_EQ(h, 200);
-
-    // A node is in view where a pick at it hits the line right there (not a visible stretch
-    // of line within the pick radius): its pixel is orange.
-    set = static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("PS"));
-    int inView = 0, orange = 0, grey = 0;
-    for (int node = 0; node < set->pathSet.getNumNodes(); ++node) {
-        const McVec3f p = set->pathSet.getNode(node)->getPosition();
-        float sx, sy;
-        viewer->project(p, sx, sy);
-        SoPickedPoint const* picked = viewer->pick(sx, sy);
-        if (!picked || !picked->getDetail() || !picked->getDetail()->isOfType(SoLineDetail::getClassTypeId()) ||
-            (picked->getPoint() - SbVec3f(p[0], p[1], p[2])).length() > 1e-3f)
-            continue;
-        ++inView;
-        orange += hasColourNear(rgba, w, int(sx), int(sy), 0xff8c1a);
-    }
-    for (size_t i = 0; i < rgba.size(); i += 4) grey += rgba[i] > 90 && rgba[i] == rgba[i + 1];
-    EXPECT_GT(inView, 5);
-    EXPECT_EQ(orange, inView);
-    EXPECT_GT(grey, w * h / 20) << "the surface covers a good part of the picture";
 }
 
 TEST_F(HxDisplaySurfacePathSetTest, FollowsTheSetAndOwnsItsSelection) {
