@@ -206,16 +206,6 @@ TEST_F(HxPorts, InsensitiveButtonRefusesAScriptPressButNotTheProgram) {
     EXPECT_TRUE(module->buttons.wasHit(2));
 }
 
-TEST_F(HxPorts, ItemLabelsAreKeptBesideThePortLabel) {
-    ok("buttons setLabel 1 Redo");
-    ok("buttons setLabel Edit");
-    EXPECT_EQ(ok("buttons getLabel 1"), "Redo");
-    EXPECT_EQ(ok("buttons getLabel"), "Edit");
-    EXPECT_EQ(ok("buttons getNum"), "3");
-    ok("toggles setLabel 0 show");
-    EXPECT_EQ(ok("toggles getLabel 0"), "show");
-}
-
 // === HxPortMultiMenu
 
 TEST_F(HxPorts, MenuPortAlwaysHasAMenuAndItsSelectionFollowsResizing) {
@@ -256,7 +246,7 @@ TEST_F(HxPorts, MenuSubcommandsTakeAnOptionalMenuIndex) {
     EXPECT_EQ(ok("menu getIndex"), "0");
 }
 
-// === Toggles, radio boxes, draw style
+// === Toggles and radio boxes
 
 TEST_F(HxPorts, ChoicePortsReadBackTheChosenEntries) {
     ok("toggles setValue 1 yes");
@@ -269,8 +259,6 @@ TEST_F(HxPorts, ChoicePortsReadBackTheChosenEntries) {
     ok("radio setValue 2");
     module->radio.setValue(3);
     EXPECT_EQ(ok("radio getValue"), "2") << "no such button: ignored";
-    EXPECT_EQ(ok("radio getNum"), "3");
-    EXPECT_EQ(ok("drawStyle getLabel 3"), "outlined");
 }
 
 // === Numeric ports
