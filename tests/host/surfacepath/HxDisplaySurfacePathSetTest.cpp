@@ -5,13 +5,13 @@
 
 #include "HxController.h"
 #include "HxDisplaySurfacePathSet.h"
-#include "HxInterpreter.h"
 #include "HxObjectPool.h"
 #include "HxSurface.h"
 #include "HxSurfacePathSet.h"
 #include "HxViewer.h"
 #include "SoControlPointSeparator.h"
 #include "TestSurfaces.h"
+#include "TestTcl.h"
 
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPickedPoint.h>
@@ -38,26 +38,21 @@ class HxDisplaySurfacePathSetTest : public testing::Test {
 
     // A surface named S, a path set PS on it, both shown; the set's paths are `paths`.
     void makeScene(Surface const& surface, std::initializer_list<char const*> paths) {
-        eval("create HxSurface S");
+        evalOk("create HxSurface S");
         static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("S"))->surface = surface;
-        eval("create HxSurfacePathSet PS; PS surface connect S");
-        for (char const* path : paths) eval(std::string("PS addPath ") + path);
-        eval("S show");
-        ASSERT_EQ(eval("PS show"), "PS-display");
+        evalOk("create HxSurfacePathSet PS; PS surface connect S");
+        for (char const* path : paths) evalOk(std::string("PS addPath ") + path);
+        evalOk("S show");
+        ASSERT_EQ(evalOk("PS show"), "PS-display");
         set = static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("PS"));
         display = set->getDisplaySurfacePathSet(false);
         viewer->viewAll();
-    }
-    std::string eval(std::string const& command) {
-        std::string result = HxInterpreter::getTheInterpreter().eval("%s", command.c_str());
-        EXPECT_EQ(HxInterpreter::getTheInterpreter().lastCode(), TCL_OK) << command << ": " << result;
-        return result;
     }
     // What `viewer 0 pick` says about the world point p, seen from dx, dy pixels away.
     std::string pickAt(McVec3f const& p, float dx = 0, float dy = 0) {
         float sx, sy;
         EXPECT_TRUE(viewer->project(p, sx, sy));
-        return eval("viewer 0 pick " + std::to_string(sx + dx) + " " + std::to_string(sy + dy));
+        return evalOk("viewer 0 pick " + std::to_string(sx + dx) + " " + std::to_string(sy + dy));
     }
     static std::string tail(std::string const& words, char const* from) {
         const size_t at = words.find(from);
@@ -113,7 +108,7 @@ TEST_F(HxDisplaySurfacePathSetTest, LinesOnTheSurfaceAreDrawnOverItInTheirPathsC
         return viewer->getImage() + 4 * (size_t(sy) * 400 + size_t(sx));
     };
     for (char const* style : {"0", "3"}) {
-        eval(std::string("S-display drawStyle setValue ") + style + "; S-display fire");
+        evalOk(std::string("S-display drawStyle setValue ") + style + "; S-display fire");
         viewer->redraw();
         unsigned char const* ordinary = pixelAt(McVec3f(1.0f, 0.5f, 0));
         EXPECT_TRUE(ordinary[0] > 200 && ordinary[2] < 100) << "style " << style << ": orange, not grey";
@@ -129,14 +124,14 @@ TEST_F(HxDisplaySurfacePathSetTest, FollowsTheSetAndOwnsItsSelection) {
     selection.setSinglePathActive(1);
     selection.setActiveCP(set->pathSet.paths[1].nodeIndices[0]);
     display->refresh();
-    EXPECT_EQ(eval("PS getSelection"), "1 " + std::to_string(selection.getActiveCP()));
+    EXPECT_EQ(evalOk("PS getSelection"), "1 " + std::to_string(selection.getActiveCP()));
 
-    eval("PS addPath v:12 v:13");
+    evalOk("PS addPath v:12 v:13");
     EXPECT_EQ(display->getPathOfLine(2), 2) << "the new path is drawn";
     EXPECT_EQ(display->getControlPointNode()->getNumChildren(), 6);
 
     SoSeparator* geometry = HxController::getTheController()->getGeometryRoot();
-    eval("remove PS");
+    evalOk("remove PS");
     EXPECT_LT(geometry->findChild(display->getSceneNode()), 0);
     EXPECT_EQ(display->getSelectionInfo().getPathSet(), nullptr);
     EXPECT_EQ(display->getPathLineNode()->coordIndex.getNum(), 0);
