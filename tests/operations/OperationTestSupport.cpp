@@ -91,6 +91,12 @@ std::vector<int> vertexList(SurfacePathSet const& pathSet, int path, bool contro
 
 std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path) { return vertexList(pathSet, path, false); }
 
+std::vector<Vertices> verticesOfAllPaths(SurfacePathSet const& pathSet) {
+    std::vector<Vertices> result;
+    for (int p = 0; p < pathSet.getNumPaths(); ++p) result.push_back(verticesOf(pathSet, p));
+    return result;
+}
+
 std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path) {
     return vertexList(pathSet, path, true);
 }

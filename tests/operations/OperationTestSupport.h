@@ -66,6 +66,8 @@ PathSetState expectUndoRedoRestores(EditedPathSet& edited, McHandle<PathOperatio
 std::vector<int> pathOf(SurfacePathSet const& pathSet, int path);
 // The surface vertices of a path whose nodes are all vertex nodes (-1 for other nodes).
 std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path);
+// The vertices of every path in path order.
+std::vector<Vertices> verticesOfAllPaths(SurfacePathSet const& pathSet);
 // The surface vertices of a path's control points in path order (-1 for non-vertex nodes); a
 // closed path lists its first control point again at the end.
 std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path);
