@@ -10,6 +10,7 @@
 #include "SurfacePathEditorFactory.h"
 #include "TestPathEditor.h"
 #include "TestSurfaces.h"
+#include "TestTcl.h"
 
 #include <gtest/gtest.h>
 
@@ -27,23 +28,19 @@ class SurfacePathEditorFactoryTest : public testing::Test {
         TestPathEditor::refuse = false;
         HxSurface::registerFileFormats();
         HxSurfacePathSet::registerFileFormats();
-        eval("create HxSurface S");
+        evalOk("create HxSurface S");
         static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("S"))->surface = makeQuad();
-        eval("create HxSurfacePathSet PS; PS surface connect S");
+        evalOk("create HxSurfacePathSet PS; PS surface connect S");
         pathSet = static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("PS"));
     }
     void TearDown() override {
         editor.reset();
-        eval("catch {namespace delete hxsurfacepathedit}; namespace eval hxsurfacepathedit {}");
+        evalOk("catch {namespace delete hxsurfacepathedit}; namespace eval hxsurfacepathedit {}");
         HxObjectPool::getTheObjectPool().removeAll();
     }
 
-    void eval(std::string const& script) {
-        McString result;
-        ASSERT_EQ(tcl().evalScript(script.c_str(), result), TCL_OK) << script << ": " << result;
-    }
     void configure(char const* types, char const* classes, char const* libs) {
-        eval(std::string("namespace eval hxsurfacepathedit {variable editorTypes {") + types +
+        evalOk(std::string("namespace eval hxsurfacepathedit {variable editorTypes {") + types +
              "}; variable editorClasses {" + classes + "}; variable editorLibs {" + libs + "}}");
     }
     // Creates an editor of `type` and returns what the console printed meanwhile.
@@ -71,15 +68,15 @@ TEST_F(SurfacePathEditorFactoryTest, UnknownTypesAndClassesThatCannotBeMadeGiveN
     EXPECT_EQ(editor, nullptr);
     EXPECT_EQ(create("Op"), "") << "a registered class without a creation function";
     EXPECT_EQ(editor, nullptr);
-    eval("namespace delete hxsurfacepathedit; namespace eval hxsurfacepathedit {}");
+    evalOk("namespace delete hxsurfacepathedit; namespace eval hxsurfacepathedit {}");
     EXPECT_EQ(create("Plain"), "") << "no lists at all";
     EXPECT_EQ(editor, nullptr);
 }
 
 TEST_F(SurfacePathEditorFactoryTest, APathSetWithoutSurfaceNeverTouchesTheInterpreter) {
     configure("Plain", "TestPathEditor", "hxsurfacepathedit");
-    eval("set ::reads 0; trace add variable hxsurfacepathedit::editorTypes read {incr ::reads;#}");
-    eval("create HxSurfacePathSet Bare");
+    evalOk("set ::reads 0; trace add variable hxsurfacepathedit::editorTypes read {incr ::reads;#}");
+    evalOk("create HxSurfacePathSet Bare");
     EXPECT_EQ(create("Plain", static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("Bare"))), "");
     EXPECT_EQ(editor, nullptr);
     EXPECT_STREQ(tcl().getVar("reads"), "0");
@@ -109,14 +106,14 @@ TEST_F(SurfacePathEditorFactoryTest, TheMenuListsTheNamedListOrElseTheEditorType
     ASSERT_EQ(menu.getNum(0), 2);
     EXPECT_STREQ(menu.getLabel(0, 1), "B");
 
-    eval("set ::mine {C {D E} F}; set ::empty {}");
+    evalOk("set ::mine {C {D E} F}; set ::empty {}");
     SurfacePathEditorFactory::initPortEditors(&menu, "mine");
     ASSERT_EQ(menu.getNum(0), 3);
     EXPECT_STREQ(menu.getLabel(0, 1), "D E");
     SurfacePathEditorFactory::initPortEditors(&menu, "empty");
     EXPECT_EQ(menu.getNum(0), 2) << "an empty named list falls back on editorTypes";
 
-    eval("namespace delete hxsurfacepathedit; namespace eval hxsurfacepathedit {}");
+    evalOk("namespace delete hxsurfacepathedit; namespace eval hxsurfacepathedit {}");
     HxMessage::getTheMsg()->startCapture();
     SurfacePathEditorFactory::initPortEditors(&menu, "");
     EXPECT_EQ(HxMessage::getTheMsg()->stopCapture(), "Internal error: missing editor info\n");

@@ -1,6 +1,5 @@
 #include "OperationTestSupport.h"
 
-#include "SurfaceIO.h"
 #include "SurfaceNode.h"
 
 #include <gtest/gtest.h>
@@ -92,15 +91,14 @@ std::vector<int> vertexList(SurfacePathSet const& pathSet, int path, bool contro
 
 std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path) { return vertexList(pathSet, path, false); }
 
-std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path) {
-    return vertexList(pathSet, path, true);
+std::vector<Vertices> verticesOfAllPaths(SurfacePathSet const& pathSet) {
+    std::vector<Vertices> result;
+    for (int p = 0; p < pathSet.getNumPaths(); ++p) result.push_back(verticesOf(pathSet, p));
+    return result;
 }
 
-Surface readMesh(char const* name) {
-    Surface surface;
-    McString error, warnings;
-    EXPECT_TRUE(SurfaceIO::read(meshFile(name).c_str(), surface, error, warnings)) << error.c_str();
-    return surface;
+std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path) {
+    return vertexList(pathSet, path, true);
 }
 
 SurfaceNode* makeControlPoint(SurfacePathSet const& pathSet, int vertex) {
@@ -134,7 +132,6 @@ PathSetState expectUndoRedoRestores(EditedPathSet& edited, McHandle<PathOperatio
     if (after == before) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "it changed " << before << " into " << after;
 }
-
 
 SurfaceNode* StripEditTest::insideTriangle(int triangle) const {
     SurfaceNode* node = set.pathSet.nodeFactory.createTriangleNode(triangle, 0.3f, 0.3f);

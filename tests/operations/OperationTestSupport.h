@@ -66,15 +66,14 @@ PathSetState expectUndoRedoRestores(EditedPathSet& edited, McHandle<PathOperatio
 std::vector<int> pathOf(SurfacePathSet const& pathSet, int path);
 // The surface vertices of a path whose nodes are all vertex nodes (-1 for other nodes).
 std::vector<int> verticesOf(SurfacePathSet const& pathSet, int path);
+// The vertices of every path in path order.
+std::vector<Vertices> verticesOfAllPaths(SurfacePathSet const& pathSet);
 // The surface vertices of a path's control points in path order (-1 for non-vertex nodes); a
 // closed path lists its first control point again at the end.
 std::vector<int> controlPointVerticesOf(SurfacePathSet const& pathSet, int path);
 // Success when the set passes its structural check with segments, else the problem found.
 ::testing::AssertionResult isConsistent(SurfacePathSet const& pathSet);
 
-// A real mesh of the test data read through the host's reader, e.g. readMesh("elephant.off");
-// a failed read fails the calling test.
-Surface readMesh(char const* name);
 // A new vertex node at `vertex`, flagged as a control point; reference count 0, so the
 // operation or node table that takes it over owns it.
 SurfaceNode* makeControlPoint(SurfacePathSet const& pathSet, int vertex);

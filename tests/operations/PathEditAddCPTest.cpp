@@ -2,7 +2,6 @@
 #include "HxMessage.h"
 #include "OperationTestSupport.h"
 #include "PathEditAddCP.h"
-#include "PathEditUndoBuffer.h"
 
 #include <gtest/gtest.h>
 
@@ -64,31 +63,6 @@ TEST_F(AddControlPointTest, AFailedConnectionWarnsAndIsRolledBack) {
     HxMessage::getTheMsg()->startCapture();
     EXPECT_TRUE(failsWithoutChange(set, new PathEditAddCP(&set.pathSet, path, insideTriangle(3), &dijkstra)));
     EXPECT_EQ(HxMessage::getTheMsg()->stopCapture(), "Warning: cannot connect points\n");
-}
-
-// Drawing on a real mesh point by point, then taking every point back through the history.
-TEST(PathEditAddCP, DrawsAndUndoesAPathOnARealMesh) {
-    EditedPathSet elephant(readMesh("elephant.off"));
-    DijkstraConnector dijkstra;
-    dijkstra.init(&elephant.pathSet, nullptr);
-    const int path = elephant.pathSet.addPath({});
-    const int n = elephant.surface.getNumPoints();
-    const Vertices clicked{0, n / 3, 2 * n / 3, n - 1};
-    PathEditUndoBuffer history;
-    std::vector<PathSetState> states{captureState(elephant)};
-    for (int vertex : clicked) {
-        McHandle<PathOperation> add =
-            new PathEditAddCP(&elephant.pathSet, path, makeControlPoint(elephant.pathSet, vertex), &dijkstra);
-        ASSERT_TRUE(runProtocol(add)) << "vertex " << vertex;
-        history.push(add);
-        states.push_back(captureState(elephant));
-    }
-    EXPECT_EQ(controlPointVerticesOf(elephant.pathSet, path), clicked);
-    EXPECT_TRUE(isConsistent(elephant.pathSet));
-    for (size_t i = states.size() - 1; i > 0; --i) {
-        history.undo();
-        EXPECT_EQ(captureState(elephant), states[i - 1]) << "after undoing point " << i;
-    }
 }
 
 }  // namespace

@@ -16,11 +16,7 @@ class FixIntersections : public StripEditTest {
         node->isControlPoint = 1;
         return set.pathSet.addNode(node);
     }
-    std::vector<Vertices> vertexPaths() const {
-        std::vector<Vertices> result;
-        for (int p = 0; p < set.pathSet.getNumPaths(); ++p) result.push_back(verticesOf(set.pathSet, p));
-        return result;
-    }
+    std::vector<Vertices> vertexPaths() const { return verticesOfAllPaths(set.pathSet); }
     PathSetState split(bool smooth = false) {
         return expectUndoRedoRestores(set, new PathEditFixIntersections(&set.pathSet, &set.selection, smooth));
     }
@@ -86,9 +82,7 @@ TEST_F(FixIntersections, ASharedStretchBecomesOnePathOrStaysWithTheLongerPathWhe
     again.addVertexPath({1, 2, 4, 6, 7});
     expectUndoRedoRestores(again, new PathEditFixIntersections(&again.pathSet, &again.selection, true));
     // Equal lengths: the lower index is served first and keeps the stretch.
-    std::vector<Vertices> smoothed;
-    for (int p = 0; p < again.pathSet.getNumPaths(); ++p) smoothed.push_back(verticesOf(again.pathSet, p));
-    EXPECT_EQ(smoothed, (std::vector<Vertices>{{6, 7}, {0, 2, 4, 6, 8}, {2, 1}}));
+    EXPECT_EQ(verticesOfAllPaths(again.pathSet), (std::vector<Vertices>{{6, 7}, {0, 2, 4, 6, 8}, {2, 1}}));
     EXPECT_TRUE(isConsistent(again.pathSet));
 }
 

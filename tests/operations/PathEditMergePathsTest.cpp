@@ -21,11 +21,7 @@ class MergePaths : public StripEditTest {
     McHandle<PathOperation> merger(McDArray<int> const& indices) {
         return new PathEditMergePaths(&set.pathSet, &set.selection, indices);
     }
-    std::vector<Vertices> vertexPaths() const {
-        std::vector<Vertices> result;
-        for (int p = 0; p < set.pathSet.getNumPaths(); ++p) result.push_back(verticesOf(set.pathSet, p));
-        return result;
-    }
+    std::vector<Vertices> vertexPaths() const { return verticesOfAllPaths(set.pathSet); }
 };
 
 struct EndsCase {

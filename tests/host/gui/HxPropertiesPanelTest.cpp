@@ -1,18 +1,9 @@
 // The panel edits a module's ports as a script would: each user change sets the value and the
 // new-value flag (a button: the press) and fires the module exactly once; showing never fires.
 
-#include "HxModule.h"
+#include "AllPortsModule.h"
 #include "HxObjectPool.h"
-#include "HxPortButtonList.h"
-#include "HxPortDrawStyle.h"
-#include "HxPortFloatTextN.h"
-#include "HxPortInfo.h"
-#include "HxPortIntSlider.h"
-#include "HxPortMultiMenu.h"
 #include "HxPortObserver.h"
-#include "HxPortRadioBox.h"
-#include "HxPortSeparator.h"
-#include "HxPortToggleList.h"
 #include "HxPortWidget.h"
 #include "HxPropertiesPanel.h"
 
@@ -35,50 +26,6 @@
 #include <memory>
 
 namespace {
-
-// One port of each kind; update() records what it saw.
-class PanelModule : public HxModule {
-  public:
-    PanelModule()
-        : info(this, "info"),
-          buttons(this, "buttons", 3),
-          menu(this, "menu", 1),
-          toggles(this, "toggles", 2),
-          radio(this, "radio", 3),
-          slider(this, "slider"),
-          floats(this, "floats", 2),
-          sep(this, "sep", true),
-          drawStyle(this, "drawStyle") {
-        setLabel("panelModule");
-        menu.setNum(0, 3);
-    }
-
-    void update() override {
-        ++updates;
-        newPorts.clear();
-        for (HxPort* port : getPorts())
-            if (port->isNew()) newPorts += McString(newPorts.empty() ? "" : " ") + port->getName();
-        for (int i = 0; i < buttons.getNum(); ++i)
-            if (buttons.wasHit(i)) hitSeen = i;
-        if (onUpdate) onUpdate();
-    }
-
-    HxPortInfo info;
-    HxPortButtonList buttons;
-    HxPortMultiMenu menu;
-    HxPortToggleList toggles;
-    HxPortRadioBox radio;
-    HxPortIntSlider slider;
-    HxPortFloatTextN floats;
-    HxPortSeparator sep;
-    HxPortDrawStyle drawStyle;
-    std::unique_ptr<HxPort> extra;
-    std::function<void()> onUpdate;
-
-    int updates = 0;
-    McString newPorts;
-    int hitSeen = -1;
-};
 
 // Stands in for the main window: rebuilds the panel when the shown object's ports change.
 class RebuildOnPortsChanged : public HxPortObserver {
@@ -104,7 +51,8 @@ class HxPropertiesPanelTest : public testing::Test {
     }
 
     void SetUp() override {
-        module = new PanelModule;
+        module = new AllPortsModule;
+        module->menu.setNum(0, 3);
         pool().addObject(module);
         input = new HxObject;
         input->setLabel("input");
@@ -152,7 +100,7 @@ class HxPropertiesPanelTest : public testing::Test {
         QTest::keyClick(field, Qt::Key_Return);
     }
 
-    PanelModule* module = nullptr;
+    AllPortsModule* module = nullptr;
     HxObject* input = nullptr;
     std::unique_ptr<HxPropertiesPanel> panel;
 };
@@ -175,7 +123,7 @@ TEST_F(HxPropertiesPanelTest, ClickingAButtonPressesItForExactlyOneUpdate) {
 }
 
 TEST_F(HxPropertiesPanelTest, EveryValueWidgetSetsItsPortAsNewAndFiresOnce) {
-    PanelModule& m = *module;
+    AllPortsModule& m = *module;
     struct Case {
         char const* port;
         std::function<void()> act;
@@ -214,7 +162,7 @@ TEST_F(HxPropertiesPanelTest, EveryValueWidgetSetsItsPortAsNewAndFiresOnce) {
 }
 
 TEST_F(HxPropertiesPanelTest, RefreshShowsWhatTheProgramChangedWithoutFiring) {
-    PanelModule& m = *module;
+    AllPortsModule& m = *module;
     m.slider.setLabel("Count");
     m.sep.hide();
     m.buttons.setLabel(0, "Start");

@@ -1,15 +1,14 @@
 #include "HxData.h"
 #include "HxEditor.h"
-#include "HxInterpreter.h"
 #include "HxModule.h"
 #include "HxObjectPool.h"
 #include "HxPort.h"
+#include "TestTcl.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-HxInterpreter& tcl() { return HxInterpreter::getTheInterpreter(); }
 HxObjectPool& pool() { return HxObjectPool::getTheObjectPool(); }
 
 // A module that records what its update() saw.
@@ -41,8 +40,7 @@ class HxObjectTest : public testing::Test {
 
 TEST_F(HxObjectTest, FireRunsUpdateWithNewFlagsThenClearsThem) {
     auto* module = add(new RecordingModule, "rec");
-    McString result;
-    ASSERT_EQ(tcl().evalScript("rec knob touch", result), TCL_OK);
+    evalOk("rec knob touch");
     EXPECT_TRUE(module->knob.isNew());
     module->fire();
     EXPECT_EQ(module->updates, 1);
@@ -80,11 +78,8 @@ TEST_F(HxObjectTest, ConnectionsRefuseWrongTypesAndThemselves) {
     auto* other = add(new HxModule, "other");
     EXPECT_FALSE(editor->portData.connect(other));
     EXPECT_FALSE(editor->typeCheck(editor));
-    McString result;
-    EXPECT_EQ(tcl().evalScript("ed data connect other", result), TCL_ERROR);
-    EXPECT_NE(result.find("needs an object of class HxData"), McString::npos) << result;
-    EXPECT_EQ(tcl().evalScript("ed data connect nothing", result), TCL_ERROR);
-    EXPECT_NE(result.find("no object named \"nothing\""), McString::npos) << result;
+    EXPECT_NE(evalError("ed data connect other").find("needs an object of class HxData"), std::string::npos);
+    EXPECT_NE(evalError("ed data connect nothing").find("no object named \"nothing\""), std::string::npos);
 }
 
 TEST_F(HxObjectTest, LabelsAreUniqueAndNeverShadowTclCommands) {
@@ -94,40 +89,31 @@ TEST_F(HxObjectTest, LabelsAreUniqueAndNeverShadowTclCommands) {
     EXPECT_STREQ(a->getLabel(), "paths");
     EXPECT_STREQ(b->getLabel(), "paths2");
     EXPECT_STREQ(c->getLabel(), "set2") << "the Tcl command `set` must survive";
-    McString result;
-    EXPECT_EQ(tcl().evalScript("set x 5", result), TCL_OK);
+    evalOk("set x 5");
     b->setLabel("paths");  // taken by a: stays unique
     EXPECT_STREQ(b->getLabel(), "paths2");
-    EXPECT_EQ(tcl().evalScript("paths2 setLabel renamed", result), TCL_OK);
-    EXPECT_EQ(result, "renamed");
+    EXPECT_EQ(evalOk("paths2 setLabel renamed"), "renamed");
     EXPECT_EQ(pool().findObject("renamed"), b);
-    EXPECT_EQ(tcl().evalScript("renamed getLabel", result), TCL_OK) << "the command follows the label";
-    EXPECT_NE(tcl().evalScript("paths2 getLabel", result), TCL_OK);
+    EXPECT_EQ(evalOk("renamed getLabel"), "renamed") << "the command follows the label";
+    evalError("paths2 getLabel");
 }
 
 TEST_F(HxObjectTest, ObjectCommandsDispatchToPortsAndReportUnknownWords) {
     add(new RecordingModule, "rec");
-    McString result;
-    ASSERT_EQ(tcl().evalScript("rec getPorts", result), TCL_OK);
-    EXPECT_EQ(result, "data knob");
-    ASSERT_EQ(tcl().evalScript("rec knob setLabel {Knob:}; rec knob getLabel", result), TCL_OK);
-    EXPECT_EQ(result, "Knob:");
-    EXPECT_EQ(tcl().evalScript("rec frobnicate", result), TCL_ERROR);
-    EXPECT_NE(result.find("unknown command or port \"frobnicate\""), McString::npos) << result;
-    EXPECT_EQ(tcl().evalScript("rec knob frobnicate", result), TCL_ERROR);
-    EXPECT_NE(result.find("port \"knob\""), McString::npos) << result;
-    EXPECT_EQ(tcl().evalScript("rec", result), TCL_ERROR);
-    EXPECT_NE(result.find("wrong # args"), McString::npos) << result;
+    EXPECT_EQ(evalOk("rec getPorts"), "data knob");
+    EXPECT_EQ(evalOk("rec knob setLabel {Knob:}; rec knob getLabel"), "Knob:");
+    EXPECT_NE(evalError("rec frobnicate").find("unknown command or port \"frobnicate\""), std::string::npos);
+    EXPECT_NE(evalError("rec knob frobnicate").find("port \"knob\""), std::string::npos);
+    EXPECT_NE(evalError("rec").find("wrong # args"), std::string::npos);
 }
 
 TEST_F(HxObjectTest, EditorAttachStartsAndDetachStopsEditing) {
     auto* data = add(new HxData, "data");
     auto* editor = add(new HxEditor(HxData::getClassTypeId()), "ed");
-    McString result;
-    ASSERT_EQ(tcl().evalScript("ed attach data", result), TCL_OK) << result;
+    evalOk("ed attach data");
     EXPECT_EQ(editor->getEditedData(), data);
     EXPECT_TRUE(data->isEditorActive());
-    ASSERT_EQ(tcl().evalScript("ed detach", result), TCL_OK);
+    evalOk("ed detach");
     EXPECT_EQ(editor->getEditedData(), nullptr);
     EXPECT_FALSE(data->isEditorActive());
     EXPECT_EQ(editor->portData.getSource(), nullptr);
@@ -140,13 +126,10 @@ TEST_F(HxObjectTest, EditorAttachStartsAndDetachStopsEditing) {
 TEST_F(HxObjectTest, RemoveChecksEveryNameBeforeRemovingAny) {
     add(new HxData, "a");
     add(new HxData, "b");
-    McString result;
-    EXPECT_EQ(tcl().evalScript("remove a nosuch", result), TCL_ERROR);
+    evalError("remove a nosuch");
     EXPECT_NE(pool().findObject("a"), nullptr) << "a typo removes nothing";
-    ASSERT_EQ(tcl().evalScript("remove a; all", result), TCL_OK);
-    EXPECT_EQ(result, "b");
-    ASSERT_EQ(tcl().evalScript("remove -all; all", result), TCL_OK);
-    EXPECT_EQ(result, "");
+    EXPECT_EQ(evalOk("remove a; all"), "b");
+    EXPECT_EQ(evalOk("remove -all; all"), "");
 }
 
 }  // namespace

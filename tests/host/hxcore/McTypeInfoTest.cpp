@@ -1,6 +1,3 @@
-#include "HxData.h"
-#include "HxEditor.h"
-#include "HxModule.h"
 #include "McTypedObject.h"
 
 #include <gtest/gtest.h>
@@ -29,15 +26,6 @@ TEST(McTypeInfo, RegisteringAClassRegistersItsParentFirst) {
     EXPECT_EQ(leaf->getParent(), base);
     EXPECT_EQ(base->getParent(), McTypedObject::getClassTypeId());
     EXPECT_EQ(leaf, TestLeaf::getClassTypeId()) << "one record per class";
-}
-
-TEST(McTypeInfo, IsOfTypeFollowsTheParentChain) {
-    McTypeInfo const* editor = HxEditor::getClassTypeId();
-    EXPECT_TRUE(editor->isOfType(editor));
-    EXPECT_TRUE(editor->isOfType(HxModule::getClassTypeId()));
-    EXPECT_TRUE(editor->isOfType(McTypedObject::getClassTypeId()));
-    EXPECT_FALSE(editor->isOfType(HxData::getClassTypeId()));
-    EXPECT_FALSE(HxModule::getClassTypeId()->isOfType(editor));
 }
 
 TEST(McTypeInfo, OnlyClassesWithACreationFunctionCanBeMadeByName) {

@@ -39,6 +39,8 @@ TEST(McDArraySharing, CopiesShareUntilOneWritesAndConstAccessNeverDetaches) {
     c = a;
     c.dataPtr()[1] = 9;
     EXPECT_EQ(a[1], 1);
+    c = c;
+    EXPECT_EQ(c[1], 9) << "self-assignment keeps the contents";
 }
 
 TEST(McDArraySharing, AppendingToTheTailNoSharerUsesKeepsTheBlock) {

@@ -4,31 +4,23 @@
 // display follows the set and owns its selection.
 
 #include "HxController.h"
-#include "HxDisplaySurface.h"
 #include "HxDisplaySurfacePathSet.h"
-#include "HxInterpreter.h"
 #include "HxObjectPool.h"
-#include "HxPngFile.h"
 #include "HxSurface.h"
 #include "HxSurfacePathSet.h"
 #include "HxViewer.h"
 #include "SoControlPointSeparator.h"
 #include "TestSurfaces.h"
+#include "TestTcl.h"
 
 #include <Inventor/SoPath.h>
 #include <Inventor/SoPickedPoint.h>
-#include <Inventor/actions/SoHandleEventAction.h>
-#include <Inventor/nodes/SoEventCallback.h>
-#include <Inventor/details/SoFaceDetail.h>
-#include <Inventor/details/SoLineDetail.h>
 #include <Inventor/nodes/SoCamera.h>
 #include <Inventor/nodes/SoIndexedLineSet.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -46,26 +38,21 @@ class HxDisplaySurfacePathSetTest : public testing::Test {
 
     // A surface named S, a path set PS on it, both shown; the set's paths are `paths`.
     void makeScene(Surface const& surface, std::initializer_list<char const*> paths) {
-        eval("create HxSurface S");
+        evalOk("create HxSurface S");
         static_cast<HxSurface*>(HxObjectPool::getTheObjectPool().findObject("S"))->surface = surface;
-        eval("create HxSurfacePathSet PS; PS surface connect S");
-        for (char const* path : paths) eval(std::string("PS addPath ") + path);
-        eval("S show");
-        ASSERT_EQ(eval("PS show"), "PS-display");
+        evalOk("create HxSurfacePathSet PS; PS surface connect S");
+        for (char const* path : paths) evalOk(std::string("PS addPath ") + path);
+        evalOk("S show");
+        ASSERT_EQ(evalOk("PS show"), "PS-display");
         set = static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("PS"));
         display = set->getDisplaySurfacePathSet(false);
         viewer->viewAll();
-    }
-    std::string eval(std::string const& command) {
-        std::string result = HxInterpreter::getTheInterpreter().eval("%s", command.c_str());
-        EXPECT_EQ(HxInterpreter::getTheInterpreter().lastCode(), TCL_OK) << command << ": " << result;
-        return result;
     }
     // What `viewer 0 pick` says about the world point p, seen from dx, dy pixels away.
     std::string pickAt(McVec3f const& p, float dx = 0, float dy = 0) {
         float sx, sy;
         EXPECT_TRUE(viewer->project(p, sx, sy));
-        return eval("viewer 0 pick " + std::to_string(sx + dx) + " " + std::to_string(sy + dy));
+        return evalOk("viewer 0 pick " + std::to_string(sx + dx) + " " + std::to_string(sy + dy));
     }
     static std::string tail(std::string const& words, char const* from) {
         const size_t at = words.find(from);
@@ -121,86 +108,13 @@ TEST_F(HxDisplaySurfacePathSetTest, LinesOnTheSurfaceAreDrawnOverItInTheirPathsC
         return viewer->getImage() + 4 * (size_t(sy) * 400 + size_t(sx));
     };
     for (char const* style : {"0", "3"}) {
-        eval(std::string("S-display drawStyle setValue ") + style + "; S-display fire");
+        evalOk(std::string("S-display drawStyle setValue ") + style + "; S-display fire");
         viewer->redraw();
         unsigned char const* ordinary = pixelAt(McVec3f(1.0f, 0.5f, 0));
         EXPECT_TRUE(ordinary[0] > 200 && ordinary[2] < 100) << "style " << style << ": orange, not grey";
         unsigned char const* active = pixelAt(McVec3f(4.5f, 0.5f, 0));
         EXPECT_TRUE(active[0] < 100 && active[2] > 200) << "style " << style << ": cyan";
     }
-}
-
-// True when a pixel within one of (x, y) has the colour (wide lines are rasterised up to a
-// pixel away from their centre line).
-bool hasColourNear(std::vector<unsigned char> const& rgba, int w, int x, int y, uint32_t rgb) {
-    for (int dy = -1; dy <= 1; ++dy)
-        for (int dx = -1; dx <= 1; ++dx) {
-            unsigned char const* p = &rgba[4 * (size_t(y + dy) * w + size_t(x + dx))];
-            if ((uint32_t(p[0]) << 16 | uint32_t(p[1]) << 8 | p[2]) == rgb) return true;
-        }
-    return false;
-}
-
-// What an editor's pick callback reads: the picked points of the click, nearest first.
-void recordPicks(void* data, SoEventCallback* cb) {
-    auto* paths = static_cast<std::vector<SoPath*>*>(data);
-    SoPickedPointList const& picks = cb->getAction()->getPickedPointList();
-    for (int i = 0; i < picks.getLength(); ++i) {
-        paths->push_back(picks[i]->getPath()->copy());
-        paths->back()->ref();
-    }
-}
-
-TEST_F(HxDisplaySurfacePathSetTest, ScriptedClickReachesPickCallbacksWithTheLineFirst) {
-    makeScene(makeStrip(8), {"v:1 v:4 v:7"});
-    std::vector<SoPath*> paths;
-    HxController::getTheController()->addPickCallback(recordPicks, &paths);
-    float sx, sy;
-    viewer->project(McVec3f(1.0f, 0.5f, 0), sx, sy);  // on the segment from point 1 to point 4
-    eval("viewer 0 setViewing 0; viewer 0 mouse release 1 " + std::to_string(sx) + " " + std::to_string(sy) + " -shift");
-    HxController::getTheController()->removePickCallback(recordPicks, &paths);
-    ASSERT_GE(paths.size(), 2u);
-    EXPECT_TRUE(paths[0]->containsNode(display->getPathLineNode()));
-    auto* surfaceDisplay = static_cast<HxDisplaySurface*>(HxObjectPool::getTheObjectPool().findObject("S-display"));
-    EXPECT_TRUE(paths[1]->containsNode(surfaceDisplay->getSceneNode()));
-    for (SoPath* path : paths) path->unref();
-}
-
-// The picture a user asks for first: the elephant with two paths, read back from the file.
-TEST_F(HxDisplaySurfacePathSetTest, ElephantSnapshotShowsThePathsInTheirColour) {
-    eval("load " + meshFile("elephant.off"));
-    eval("create HxSurfacePathSet PS; PS surface connect elephant.off");
-    eval("PS addPath v:0 v:1000; PS connect 0 0 1 Dijkstra; PS addPath v:200 v:2400; PS connect 1 0 1 Dijkstra");
-    eval("elephant.off show; PS show; viewer 0 viewAll");
-    const std::string file = testing::TempDir() + "elephant-paths.png";
-    eval("viewer 0 snapshot " + file);
-    int w = 0, h = 0;
-    std::vector<unsigned char> rgba;
-    McString error;
-    ASSERT_TRUE(HxPngFile::read(file.c_str(), w, h, rgba, error)) << error.c_str();
-    std::remove(file.c_str());
-    ASSERT_EQ(w, 400);
-    ASSERT_EQ(h, 200);
-
-    // A node is in view where a pick at it hits the line right there (not a visible stretch
-    // of line within the pick radius): its pixel is orange.
-    set = static_cast<HxSurfacePathSet*>(HxObjectPool::getTheObjectPool().findObject("PS"));
-    int inView = 0, orange = 0, grey = 0;
-    for (int node = 0; node < set->pathSet.getNumNodes(); ++node) {
-        const McVec3f p = set->pathSet.getNode(node)->getPosition();
-        float sx, sy;
-        viewer->project(p, sx, sy);
-        SoPickedPoint const* picked = viewer->pick(sx, sy);
-        if (!picked || !picked->getDetail() || !picked->getDetail()->isOfType(SoLineDetail::getClassTypeId()) ||
-            (picked->getPoint() - SbVec3f(p[0], p[1], p[2])).length() > 1e-3f)
-            continue;
-        ++inView;
-        orange += hasColourNear(rgba, w, int(sx), int(sy), 0xff8c1a);
-    }
-    for (size_t i = 0; i < rgba.size(); i += 4) grey += rgba[i] > 90 && rgba[i] == rgba[i + 1];
-    EXPECT_GT(inView, 5);
-    EXPECT_EQ(orange, inView);
-    EXPECT_GT(grey, w * h / 20) << "the surface covers a good part of the picture";
 }
 
 TEST_F(HxDisplaySurfacePathSetTest, FollowsTheSetAndOwnsItsSelection) {
@@ -210,14 +124,14 @@ TEST_F(HxDisplaySurfacePathSetTest, FollowsTheSetAndOwnsItsSelection) {
     selection.setSinglePathActive(1);
     selection.setActiveCP(set->pathSet.paths[1].nodeIndices[0]);
     display->refresh();
-    EXPECT_EQ(eval("PS getSelection"), "1 " + std::to_string(selection.getActiveCP()));
+    EXPECT_EQ(evalOk("PS getSelection"), "1 " + std::to_string(selection.getActiveCP()));
 
-    eval("PS addPath v:12 v:13");
+    evalOk("PS addPath v:12 v:13");
     EXPECT_EQ(display->getPathOfLine(2), 2) << "the new path is drawn";
     EXPECT_EQ(display->getControlPointNode()->getNumChildren(), 6);
 
     SoSeparator* geometry = HxController::getTheController()->getGeometryRoot();
-    eval("remove PS");
+    evalOk("remove PS");
     EXPECT_LT(geometry->findChild(display->getSceneNode()), 0);
     EXPECT_EQ(display->getSelectionInfo().getPathSet(), nullptr);
     EXPECT_EQ(display->getPathLineNode()->coordIndex.getNum(), 0);

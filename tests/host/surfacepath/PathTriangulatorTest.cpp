@@ -106,11 +106,8 @@ bool retriangulate(SurfacePathSet& set, char const* name, float tolerance) {
     return triangulator->run(false);
 }
 
-TEST(PathTriangulatorFactory, OffersBothModesInOrderAndMakesThemByName) {
-    const McDArray<McString> names = PathTriangulatorFactory::getNames();
-    ASSERT_EQ(names.size(), 2);
-    EXPECT_EQ(names[0], "Constrained Delaunay");
-    EXPECT_EQ(names[1], "Quality Delaunay");
+// That every offered name makes a triangulator that runs is the retriangulate operation's test.
+TEST(PathTriangulatorFactory, QualitySwitchesAreCheckedAndUnknownNamesMakeNothing) {
     std::unique_ptr<PathTriangulator> plain(PathTriangulatorFactory::createPathTriangulator("Constrained Delaunay"));
     std::unique_ptr<PathTriangulator> quality(PathTriangulatorFactory::createPathTriangulator("Quality Delaunay"));
     EXPECT_EQ(plain->getMaxExtraPoints(), 0);
