@@ -1,6 +1,5 @@
 // The geodesic connector against CGAL's exact shortest path over the whole mesh on real meshes,
-// against the edge path, and its Tcl settings; the triangle-strip connector on a plane and on a
-// real mesh.
+// against the edge path, and its Tcl settings; the triangle-strip connector on a plane.
 
 #include "DijkstraConnector.h"
 #include "GeodesicConnector.h"
@@ -147,7 +146,7 @@ TEST_P(RealMeshes, GeodesicsAreAsShortAsTheExactOnesAndNoLongerThanEdgePaths) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Geodesic, RealMeshes, testing::Values("elephant.off", "triceratops.off", "head.off", "cow.off"));
+INSTANTIATE_TEST_SUITE_P(Geodesic, RealMeshes, testing::Values("eight.off", "pig.off", "cactus.off", "head.off"));
 
 TEST(GeodesicConnector, CrossesAPlaneStraightAndRefusesNodesOfAnotherSurface) {
     Surface grid = makeGrid(8), other = makeQuad();
