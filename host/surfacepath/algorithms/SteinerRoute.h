@@ -2,9 +2,10 @@
 // SteinerRoute: a short way between two surface nodes through the graph whose nodes are the
 // surface's vertices and `pointsPerEdge` evenly spaced points inside every edge, linked by
 // straight segments across each triangle (Lanthier, Maheshwari and Sack's Steiner graph).
-// Two such points per edge bring the route within about a percent of the geodesic, where
-// edge paths stray up to 15%, so the route runs on the same side of every feature as the
-// geodesic and a narrow band around it holds the geodesic.
+// Each point costs the route at most half a point spacing at every edge it crosses, so a few
+// points per edge bring it within about a percent of the geodesic (more on skinny triangles),
+// where edge paths stray up to 15%: it runs on the same side of nearly every feature as the
+// geodesic, and a narrow band around it holds the geodesic.
 //
 // The search is A* with the straight-line distance to the target as its heuristic, so its
 // cost grows with the region around the route. Its per-node arrays are kept between searches
