@@ -1,6 +1,7 @@
 // Benchmarks of the geodesic connector and of smoothing:
-// - the Geodesic connector (exact shortest path in a band around the edge path) for short and
-//   long segments on the dragon subdivided to about 1.3 million triangles;
+// - the Geodesic connector (exact shortest path in a band that follows a route through points
+//   on the edges) for short and long segments on the dragon subdivided to about 1.3 million
+//   triangles;
 // - on the elephant, small enough for the exact algorithm over the whole mesh, the connector
 //   against CGAL's exact shortest path on every triangle for the same vertex pairs: counter
 //   `length_ratio` is the connector's mean length over the exact one, `x_exact` its time as a

@@ -6,26 +6,10 @@
 #include "SurfaceShortestPath.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cmath>
 #include <cstring>
 
 MC_TYPED_IMPL_CREATABLE(GeodesicConnector, PathConnector)
-
-void GeodesicConnector::init(SurfacePathSet* pathSet, McProgressInterface* progress) {
-    PathConnector::init(pathSet, progress);
-    mEdgePaths.init(pathSet, progress);
-}
-
-int GeodesicConnector::nearestVertex(SurfaceNode const* node) {
-    Surface const& surface = *node->getSurface();
-    if (node->getKind() == SurfaceNode::VERTEX) return node->getElement();
-    McDArray<int> triangles;
-    node->getTriangles(triangles);
-    float bary[3];
-    if (triangles.empty() || !node->getBarycentric(triangles[0], bary)) return -1;
-    const int corner = int(std::max_element(bary, bary + 3) - bary);
-    return surface.triangles[triangles[0]].points[corner];
-}
 
 void GeodesicConnector::prepare(Surface* surface) {
     if (surface->pointTriangleStart.size() != surface->getNumPoints() + 1) surface->computeTrianglesPerPoint();
@@ -85,6 +69,25 @@ bool GeodesicConnector::onBandBorder(Surface const& surface, SurfaceNode const* 
     return false;
 }
 
+void GeodesicConnector::cornersOf(SurfaceNode const* from, McDArray<McHandle<SurfaceNode>> const& between,
+                                  SurfaceNode const* to, McDArray<int>& corners) {
+    Surface const& surface = *from->getSurface();
+    corners.clear();
+    McDArray<int> triangles;
+    for (SurfaceNode const* end : {from, to}) {
+        end->getTriangles(triangles);
+        for (int t : triangles) corners.append(3, surface.triangles[t].points);
+    }
+    for (SurfaceNode const* node : between) {
+        if (node->getKind() == SurfaceNode::VERTEX) corners.append(node->getElement());
+        else corners.append(2, surface.edges[node->getElement()].points);
+    }
+}
+
+bool GeodesicConnector::touchesBandBorder(Surface const& surface, McDArray<McHandle<SurfaceNode>> const& path) const {
+    return std::any_of(path.begin(), path.end(), [&](SurfaceNode* node) { return onBandBorder(surface, node); });
+}
+
 bool GeodesicConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
                                           McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
     between.clear();
@@ -94,21 +97,28 @@ bool GeodesicConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
     Surface* surface = from->getSurface();
     if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
     prepare(surface);
-    McDArray<int> edgePath;
-    if (!mEdgePaths.findPath(surface, nearestVertex(from), nearestVertex(to), edgePath)) return false;
+    McDArray<int> around;
+    if (!mRoute.find(from, to, around)) return fail("no path on the surface joins the two nodes");
 
     McDArray<int> band;
     SurfaceShortestPath::Result result;
     McString error;
-    for (int rings = mBandWidth;; rings *= 2) {
-        const int64_t previousSize = band.size();
-        collectBand(*surface, edgePath, rings, band);
+    double previousLength = HUGE_VAL;
+    int64_t previousSize = -1;
+    bool widened = false;
+    for (int rings = mBandWidth;;) {
+        collectBand(*surface, around, rings, band);
+        if (widened && band.size() == previousSize) break;  // the whole connected part: nothing to add
         mNumBandTriangles = band.size();
         if (!SurfaceShortestPath::compute(band, from, to, result, error)) return fail(error);
-        const bool wholeComponent = band.size() == previousSize;
-        const bool touchesBorder = std::any_of(result.between.begin(), result.between.end(),
-                                               [&](SurfaceNode* node) { return onBandBorder(*surface, node); });
-        if (!touchesBorder || wholeComponent) break;
+        const bool shortened = result.length < previousLength * (1 - 1e-6);
+        const bool firstBand = previousLength == HUGE_VAL;
+        if (!touchesBandBorder(*surface, result.between) && (firstBand || !shortened)) break;
+        widened = !shortened;
+        if (widened) rings *= 2;
+        previousLength = result.length;
+        previousSize = band.size();
+        cornersOf(from, result.between, to, around);
     }
     between = result.between;
     return true;
