@@ -112,15 +112,12 @@ bool DijkstraConnector::findPath(Surface* surface, int from, int to, McDArray<in
 
 bool DijkstraConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
                                           McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
-    between.clear();
-    mFailure.clear();
-    if (!from || !to) return false;
+    Surface* surface = startConnection(from, to, between);
+    if (!surface) return false;
     SurfaceNode const* inside = from->getKind() != SurfaceNode::VERTEX ? from
                               : to->getKind() != SurfaceNode::VERTEX   ? to
                                                                        : nullptr;
     if (inside) return fail(vertexNodesOnly(getName(), inside, inside == from));
-    Surface* surface = from->getSurface();
-    if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
     McDArray<int> vertices;
     if (!findPath(surface, from->getElement(), to->getElement(), vertices)) return false;
     for (int64_t i = 1; i + 1 < vertices.size(); ++i) between.append(new SurfaceVertexNode(surface, vertices[i]));

@@ -90,12 +90,9 @@ bool GeodesicConnector::touchesBandBorder(Surface const& surface, McDArray<McHan
 
 bool GeodesicConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
                                           McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
-    between.clear();
-    mFailure.clear();
     mNumBandTriangles = 0;
-    if (!from || !to) return false;
-    Surface* surface = from->getSurface();
-    if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
+    Surface* surface = startConnection(from, to, between);
+    if (!surface) return false;
     prepare(surface);
     McDArray<int> around;
     if (!mRoute.find(from, to, around)) return fail("no path on the surface joins the two nodes");

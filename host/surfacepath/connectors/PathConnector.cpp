@@ -13,6 +13,17 @@ bool PathConnector::fail(McString const& reason) {
     return false;
 }
 
+Surface* PathConnector::startConnection(SurfaceNode const* from, SurfaceNode const* to,
+                                        McDArray<McHandle<SurfaceNode>>& between) {
+    between.clear();
+    mFailure.clear();
+    if (!from || !to) return nullptr;
+    Surface* surface = from->getSurface();
+    if (surface && to->getSurface() == surface) return surface;
+    fail("the two nodes lie on different surfaces");
+    return nullptr;
+}
+
 McString PathConnector::getName() const {
     McString name = getTypeId()->getName();
     static const McString suffix = "Connector";

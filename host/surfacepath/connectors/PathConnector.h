@@ -14,6 +14,7 @@
 #include <tcl.h>
 
 class McProgressInterface;
+class Surface;
 class SurfacePathSet;
 
 class PathConnector : public McTypedObject {
@@ -46,6 +47,9 @@ class PathConnector : public McTypedObject {
     virtual char const* getCommands() const { return "getName"; }
     // Keeps `reason` for getFailure() and returns false.
     bool fail(McString const& reason);
+    // The start of every connection: clears `between` and the last failure, and returns the
+    // surface both nodes lie on; null for a missing node or nodes on different surfaces.
+    Surface* startConnection(SurfaceNode const* from, SurfaceNode const* to, McDArray<McHandle<SurfaceNode>>& between);
     // `connector getOPTION` and `connector setOPTION VALUE` for an option that counts
     // `things`, at least 1. Returns TCL_OK or TCL_ERROR when argv names the option, and -1
     // when it does not.

@@ -309,11 +309,8 @@ bool TriangleStripConnector::findStrip(Surface const& s, SurfaceNode const* from
 
 bool TriangleStripConnector::computeConnection(SurfaceNode* from, SurfaceNode* to,
                                                McDArray<McHandle<SurfaceNode>>& between, McProgressInterface*) {
-    between.clear();
-    mFailure.clear();
-    if (!from || !to) return false;
-    Surface* surface = from->getSurface();
-    if (!surface || to->getSurface() != surface) return fail("the two nodes lie on different surfaces");
+    Surface* surface = startConnection(from, to, between);
+    if (!surface) return false;
     if (surface->getNumEdges() == 0 && surface->getNumTriangles() > 0) surface->createAllEdges(0);
     McDArray<int> strip;
     if (!aimStrip(*surface, from, to, strip) && !findStrip(*surface, from, to, strip)) return false;
