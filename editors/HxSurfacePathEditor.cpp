@@ -140,8 +140,13 @@ void HxSurfacePathEditor::touchAndFirePathSet() {
 int HxSurfacePathEditor::parse(Tcl_Interp* interp, int argc, char** argv) {
     if (!editor) return parseWithoutEditor(interp, argc, argv);
     // The editor's own code is not passed on: anything but "unknown or failed" is success.
-    if (guiEditor()->parse(interp, argc, argv) == TCL_ERROR) return HxEditor::parse(interp, argc, argv);
-    return TCL_OK;
+    if (guiEditor()->parse(interp, argc, argv) != TCL_ERROR) return TCL_OK;
+    // A command the editor refused with a reason (a wrong use of its own word) still goes to
+    // the host; when the host does not know it either, the editor's reason is the better one.
+    McString const editorReason = Tcl_GetStringResult(interp);
+    const int code = HxEditor::parse(interp, argc, argv);
+    if (code == TCL_ERROR && !editorReason.empty()) Tcl_SetResult(interp, const_cast<char*>(editorReason.c_str()), TCL_VOLATILE);
+    return code;
 }
 
 int HxSurfacePathEditor::parseWithoutEditor(Tcl_Interp* interp, int argc, char** argv) {

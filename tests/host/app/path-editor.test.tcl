@@ -56,7 +56,7 @@ check "the second path is consistent" {$ps isConsistent}
 set before [$ps getPath 0]
 $ed smooth 0.5 3
 check "the command moved the paths" {expr {[$ps getPath 0] ne $before}}
-checkError "smooth takes a factor and a count" {$ed smooth 0.5} smooth
+checkError "smooth takes a factor and a count" {$ed smooth 0.5} "bad value: smooth"
 set nodes [llength [$ps getPath 1]]
 press $ed action 0
 check "undo after the command takes back the last addCP, not the smoothing" {expr {[llength [$ps getPath 1]] < $nodes}}
